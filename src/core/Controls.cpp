@@ -2,6 +2,7 @@
 
 #include "core/Form.h"
 #include "core/Platform.h"
+#include "core/Texts.h"
 
 namespace kuvo {
 
@@ -292,6 +293,8 @@ void Toolbar::MakeKeypad(int keys) {
   IsKeypad = true;
   for (int k = 1; k <= keys; ++k) AddButton(QStringLiteral("N%1").arg(k), k);
 }
+
+Int16 KeyNumber(const ToolbarButton& button) { return CInt(Val(button.Key.mid(1))); }
 
 void Toolbar::DescribeOwn(const PropertySink& sink) const {
   for (const ToolbarButton& b : buttons_) {

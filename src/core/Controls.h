@@ -329,6 +329,13 @@ class Toolbar : public Control {
   std::deque<ToolbarButton> buttons_;
 };
 
+// A keypad key shows image k plain and image k + KeypadMarked marked.
+constexpr int KeypadMarked = 50;
+
+// The number of a keypad key: its text key without the first character, read as
+// a number and rounded to a 16-bit integer ("N7" -> 7).
+Int16 KeyNumber(const ToolbarButton& button);
+
 class StatusBar : public Control {
  public:
   StatusBar(Form& f, QString name, int index = -1)
