@@ -6,6 +6,7 @@
 #include "core/Module1.h"
 #include "core/Platform.h"
 #include "core/TextFiles.h"
+#include "draws/ChargeMiseJour.h"
 
 namespace kuvo {
 
@@ -37,7 +38,7 @@ const WindowType kWindows[] = {
     {"TirSais", nullptr},
     {"TirSup", nullptr},
     {"TirVerif", nullptr},
-    {"ChargeMiseJour", nullptr},
+    {"ChargeMiseJour", &Make<ChargeMiseJour>},
     {"Propos", nullptr},
 };
 
