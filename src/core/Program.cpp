@@ -1,5 +1,6 @@
 #include "core/Program.h"
 
+#include "about/Propos.h"
 #include "core/Avance.h"
 #include "core/Form.h"
 #include "core/MDIKuvo.h"
@@ -7,6 +8,7 @@
 #include "core/Platform.h"
 #include "core/TextFiles.h"
 #include "draws/ChargeMiseJour.h"
+#include "draws/TirSais.h"
 
 namespace kuvo {
 
@@ -35,11 +37,11 @@ const WindowType kWindows[] = {
     {"TirBase", nullptr},
     {"TirGrou", nullptr},
     {"TirModi", nullptr},
-    {"TirSais", nullptr},
+    {"TirSais", &Make<TirSais>},
     {"TirSup", nullptr},
     {"TirVerif", nullptr},
     {"ChargeMiseJour", &Make<ChargeMiseJour>},
-    {"Propos", nullptr},
+    {"Propos", &Make<Propos>},
 };
 
 }  // namespace
