@@ -9,6 +9,7 @@
 #include "core/TextFiles.h"
 #include "draws/ChargeMiseJour.h"
 #include "draws/TirSais.h"
+#include "statistics/TirVerif.h"
 
 namespace kuvo {
 
@@ -39,7 +40,7 @@ const WindowType kWindows[] = {
     {"TirModi", nullptr},
     {"TirSais", &Make<TirSais>},
     {"TirSup", nullptr},
-    {"TirVerif", nullptr},
+    {"TirVerif", &Make<TirVerif>},
     {"ChargeMiseJour", &Make<ChargeMiseJour>},
     {"Propos", &Make<Propos>},
 };
