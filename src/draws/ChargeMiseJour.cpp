@@ -6,10 +6,6 @@
 #include "core/Store.h"
 #include "core/TextFiles.h"
 
-#ifndef KUVO_OPERATOR_HOST
-#define KUVO_OPERATOR_HOST "https://operator.example"
-#endif
-
 namespace kuvo {
 
 namespace {
@@ -42,7 +38,7 @@ const HelpLine kHelp[] = {
     {"         ", "contactez moi à mon courriel (adresse dans 'A propos')"},
 };
 
-// The operator's page that offers the history file.
+// The operator's page that offers the history file; the host is a build setting.
 const char kHistoryPage[] = KUVO_OPERATOR_HOST "/jeux/kuvo/kuvo_s_historiques.php";
 
 // The first `length` characters; a negative length is error 5.
