@@ -55,7 +55,7 @@ TirSaisUi::TirSaisUi(TirSais& f)
       Toolbar2(f, "Toolbar2") {
   f.Caption = QStringLiteral("Saisie d'un Tirage");
   f.Width = 10860;
-  f.Height = 7380;
+  f.Height = 6840;
 
   // The keypads on the left, numbers over chance numbers.
   constexpr int left = 240;
