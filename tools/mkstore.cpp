@@ -1,27 +1,35 @@
-// kuvo-mkstore OUT [--installed]: creates a store from the shipped schema, with
-// the demonstration history in table Kuvo when --installed is given.
-#include <QCoreApplication>
-#include <QFile>
+// kuvo-mkstore OUT [--installed]: makes a new store file with the shipped schema;
+// with --installed, table Kuvo is filled from the shipped demonstration history.
+#include <QFileInfo>
+#include <QString>
 #include <cstdio>
 
-#include "core/Errors.h"
 #include "core/Store.h"
 
 int main(int argc, char** argv) {
-  QCoreApplication app(argc, argv);
-  const QStringList args = app.arguments();
-  if (args.size() < 2 || args.size() > 3 ||
-      (args.size() == 3 && args[2] != QLatin1String("--installed"))) {
+  QString out;
+  bool installed = false;
+  bool usage = false;
+  for (int i = 1; i < argc; ++i) {
+    const QString arg = QString::fromLocal8Bit(argv[i]);
+    if (arg == QLatin1String("--installed"))
+      installed = true;
+    else if (out.isEmpty() && !arg.startsWith(QLatin1String("--")))
+      out = arg;
+    else
+      usage = true;
+  }
+  if (usage || out.isEmpty()) {
     std::fprintf(stderr, "usage: kuvo-mkstore OUT [--installed]\n");
     return 2;
   }
-  if (QFile::exists(args[1])) {
-    std::fprintf(stderr, "kuvo-mkstore: %s exists; it is never overwritten\n", qPrintable(args[1]));
+  if (QFileInfo::exists(out)) {
+    std::fprintf(stderr, "kuvo-mkstore: '%s' existe déjà, il n'est pas remplacé.\n",
+                 out.toLocal8Bit().constData());
     return 1;
   }
   try {
-    kuvo::CreateStore(args[1], kuvo::ShippedSchema(),
-                      args.size() == 3 ? kuvo::ShippedHistory() : QString());
+    kuvo::CreateStore(out, kuvo::ShippedSchema(), installed ? kuvo::ShippedHistory() : QString());
   } catch (const kuvo::VbError& e) {
     std::fprintf(stderr, "kuvo-mkstore: %s\n", e.what());
     return 1;

@@ -95,6 +95,7 @@ class Database {
   sqlite3* Handle() const;
 
  private:
+  friend void CreateStore(const QString& path, const QString& schemaSql, const QString& historyCsv);
   Database();
   std::shared_ptr<StoreConnection> c_;
 };
