@@ -1,1 +1,26 @@
-int main() { return 0; }
+#include <QApplication>
+#include <QLocale>
+
+#include "core/Program.h"
+#include "core/Texts.h"
+#include "gui/QtPlatform.h"
+
+int main(int argc, char* argv[]) {
+  QApplication app(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Kuvo"));
+  QApplication::setApplicationVersion(QStringLiteral("2.0.0"));
+  // The program ends through its own Quit, never by a window left alone.
+  QApplication::setQuitOnLastWindowClosed(false);
+  kuvo::SetRegional(QLocale::system());
+
+  kuvo::QtPlatform platform;
+  kuvo::Program program(platform);
+  platform.Attach(program);
+  try {
+    program.Start();
+  } catch (const kuvo::ProgramEnd&) {
+    return 0;
+  }
+  if (program.Ended()) return 0;
+  return QApplication::exec();
+}

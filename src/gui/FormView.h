@@ -1,0 +1,91 @@
+#pragma once
+
+#include <QHash>
+#include <QPointer>
+#include <QRect>
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "gui/FormWindow.h"
+
+class QMdiSubWindow;
+
+namespace kuvo {
+
+class Form;
+class Control;
+class PictureBox;
+class QtPlatform;
+class ControlView;
+
+// The drawing unit of a picture in twips per unit (1 for twips, 1440 / 25.4 for
+// millimetres). Pictures are in twips unless a window's code installs a hook.
+using PictureScaleHook = std::function<double(const PictureBox& picture)>;
+void SetPictureScaleHook(PictureScaleHook hook);
+double PictureTwipsPerUnit(const PictureBox& picture);
+
+// Twips to pixels and back, at the program's 15 twips a pixel.
+constexpr int kTwipsPerPixel = 15;
+inline int Px(double twips) {
+  return static_cast<int>(twips / kTwipsPerPixel + (twips >= 0 ? 0.5 : -0.5));
+}
+
+// The view of any window: one widget per control, placed from its twips,
+// rendering the control's state and forwarding the user's actions as events.
+// An MDI child goes into the main window's work area, any other window stands
+// on its own.
+class FormView : public QWidget, public FormWindow {
+ public:
+  FormView(QtPlatform& platform, Form& form);
+  ~FormView() override;
+
+  Form& TheForm() const override { return form_; }
+  QWidget* Frame() override;
+  void ShowWindow(bool modal) override;
+  void Sync() override;
+  void Detach() override;
+  void Focus(Control& control) override;
+  void RefreshNow(Control& control) override;
+
+  bool Attached() const { return attached_; }
+  // The widget that shows a control (null for controls with nothing visible).
+  QWidget* WidgetOf(const Control& control) const;
+  QtPlatform& Platform() const { return platform_; }
+
+  // Runs a user event on this window; false when the window went away meanwhile.
+  bool Raise(const std::function<void()>& handler);
+  // Routes the mouse, key and focus events of a control's widget.
+  void Watch(QObject* object, ControlView* view);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Build();
+  void SyncWindow();
+  void ApplyGeometry();
+  void CloseByFrame();
+  ControlView* ViewOfControl(const Control& control) const;
+
+  QtPlatform& platform_;
+  Form& form_;
+  bool attached_ = true;
+  bool placed_ = false;
+  bool modal_ = false;
+  QPointer<QMdiSubWindow> sub_;
+  std::vector<std::unique_ptr<ControlView>> controls_;
+  QHash<QObject*, ControlView*> watched_;
+
+  // What was last pushed to the window, so that only changes are applied.
+  QString caption_;
+  bool captionSet_ = false;
+  QRect geometry_;
+  bool visible_ = false;
+  bool enabled_ = true;
+};
+
+}  // namespace kuvo

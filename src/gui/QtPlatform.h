@@ -1,0 +1,113 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QString>
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "core/Platform.h"
+
+class QEventLoop;
+class QMdiArea;
+class QPrinter;
+class QWidget;
+
+namespace kuvo {
+
+class Program;
+class FormWindow;
+class MainWindowView;
+class QtPrinter;
+
+// The platform on Qt Widgets: real dialogs, printer, clock and screen, and one
+// view per loaded window kept in step with the window's state.
+class QtPlatform : public Platform {
+ public:
+  // `appPath` replaces the executable's folder (tests).
+  explicit QtPlatform(QString appPath = {});
+  ~QtPlatform() override;
+
+  void Attach(Program& program) { program_ = &program; }
+  Program* TheProgram() const { return program_; }
+
+  // Runs a user event through the program, then brings the views in step.
+  void Run(const std::function<void()>& handler);
+  // Brings every view in step with its window's state.
+  void SyncAll();
+
+  FormWindow* ViewOf(const Form& form) const;
+  MainWindowView* MainWindow() const;
+  // The main window as a widget, parent of the other top-level windows.
+  QWidget* MainWidget() const;
+  // The work area of the main window, when it is up.
+  QMdiArea* WorkArea() const;
+  // The parent for dialogs: the active window, or the main window.
+  QWidget* DialogParent() const;
+  QPrinter& ThePrinter();
+
+  int MsgBox(const QString& prompt, int style, const QString& title) override;
+  void DoEvents() override;
+  int MousePointer() const override { return pointer_; }
+  void SetMousePointer(int pointer) override;
+  QString ShowOpen(const QString& filter) override;
+  void ShowPrinterSetup() override;
+  Printer& CurrentPrinter() override;
+  void ShellExecute(const QString& verb, const QString& target) override;
+  QDate Today() override;
+  double SecondsSinceMidnight() override;
+  float Rnd() override { return random_.Next(); }
+  void Randomize() override { random_.Randomize(SecondsSinceMidnight()); }
+  int ScreenWidth() const override;
+  int ScreenHeight() const override;
+  QString AppPath() const override;
+
+  void FormLoaded(Form& form) override;
+  void FormShown(Form& form, bool modal) override;
+  void RunModal(Form& form) override;
+  void FormUnloaded(Form& form) override;
+  void FocusChanged(Control& control) override;
+  void RefreshControl(Control& control) override;
+
+  void ReportFatal(int number, const QString& text) override;
+  [[noreturn]] void EndProgram() override;
+
+  // The filter of the file-open dialog in Qt's form: "label|pattern|..." gives
+  // "label;;label".
+  static QString QtFilter(const QString& filter);
+  // The text of the fatal error report.
+  static QString FatalText(int number, const QString& text);
+
+ private:
+  struct ViewEntry {
+    FormWindow* view;
+    QPointer<QWidget> guard;  // gone when Qt deleted the view
+  };
+  struct ModalLoop {
+    const Form* form;
+    QEventLoop* loop;
+  };
+  void QuitModal(const Form& form);
+
+  QString appPath_;
+  Program* program_ = nullptr;
+  std::map<const Form*, ViewEntry> views_;
+  std::vector<ModalLoop> modal_;
+  int pointer_ = 0;
+  bool overrideCursor_ = false;
+  RandomGenerator random_;
+  std::unique_ptr<QPrinter> printer_;
+  std::unique_ptr<QtPrinter> qtPrinter_;
+
+  // DoEvents is called once per character of a long file: it pumps the event
+  // loop at most every millisecond and syncs the views at most every 20 ms,
+  // unless a window came or went since.
+  QElapsedTimer clock_;
+  qint64 lastPump_ = 0;
+  qint64 lastSync_ = 0;
+  bool dirty_ = true;
+};
+
+}  // namespace kuvo
