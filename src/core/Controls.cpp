@@ -2,6 +2,7 @@
 
 #include "core/Form.h"
 #include "core/Platform.h"
+#include "core/Program.h"
 #include "core/Texts.h"
 
 namespace kuvo {
@@ -35,6 +36,11 @@ void Control::Describe(const PropertySink& sink) const {
 
 bool Control::Reachable() const {
   if (!form_.Loaded() || !form_.Visible || !form_.Enabled) return false;
+  // A child window goes out of sight with the main window.
+  if (form_.MDIChild) {
+    const Form* main = form_.App().FormByName(QStringLiteral("MDIKuvo"), false);
+    if (!main || !main->Visible) return false;
+  }
   for (const Control* c = this; c; c = c->Container)
     if (!c->Enabled || !c->Visible) return false;
   return true;
@@ -93,8 +99,8 @@ void ListControl::SetListIndex(int index) {
   if (index < -1 || index >= List.size()) Raise(Err::InvalidPropertyValue);
   const bool changed = index != listIndex_;
   listIndex_ = index;
-  Text = index < 0 ? (Kind() == ControlKind::ComboBox && Style == 0 ? Text : QString())
-                   : List[index];
+  Text =
+      index < 0 ? (Kind() == ControlKind::ComboBox && Style == 0 ? Text : QString()) : List[index];
   if (changed && Click) Click();
 }
 
@@ -228,8 +234,8 @@ void Grid::SetFormatString(const QString& format) {
     for (int c = 0; c < headers.size(); ++c) {
       QString h = headers[c];
       // A leading <, ^ or > only sets the column's alignment.
-      if (!h.isEmpty() && (h[0] == QLatin1Char('<') || h[0] == QLatin1Char('^') ||
-                           h[0] == QLatin1Char('>')))
+      if (!h.isEmpty() &&
+          (h[0] == QLatin1Char('<') || h[0] == QLatin1Char('^') || h[0] == QLatin1Char('>')))
         h.remove(0, 1);
       cells_[static_cast<size_t>(c)] = h;
     }
@@ -251,7 +257,8 @@ void Grid::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Col"), PropValue::Int(Col));
   sink(QStringLiteral("FormatString"), PropValue::Text(formatString_));
   for (int c = 0; c < cols_; ++c)
-    sink(Indexed(QStringLiteral("ColWidth"), c), PropValue::Int(colWidths_[static_cast<size_t>(c)]));
+    sink(Indexed(QStringLiteral("ColWidth"), c),
+         PropValue::Int(colWidths_[static_cast<size_t>(c)]));
   for (int r = 0; r < rows_; ++r)
     for (int c = 0; c < cols_; ++c)
       sink(QStringLiteral("TextMatrix(%1,%2)").arg(r).arg(c),
@@ -259,13 +266,15 @@ void Grid::DescribeOwn(const PropertySink& sink) const {
 }
 
 ToolbarButton& Toolbar::Buttons(int index) {
-  if (index < 1 || index > ButtonCount()) Raise(kToolbarIndexError, QStringLiteral("Index hors limites"));
+  if (index < 1 || index > ButtonCount())
+    Raise(kToolbarIndexError, QStringLiteral("Index hors limites"));
   ++Revision;
   return buttons_[static_cast<size_t>(index - 1)];
 }
 
 const ToolbarButton& Toolbar::Buttons(int index) const {
-  if (index < 1 || index > ButtonCount()) Raise(kToolbarIndexError, QStringLiteral("Index hors limites"));
+  if (index < 1 || index > ButtonCount())
+    Raise(kToolbarIndexError, QStringLiteral("Index hors limites"));
   return buttons_[static_cast<size_t>(index - 1)];
 }
 
@@ -309,12 +318,14 @@ void Toolbar::DescribeOwn(const PropertySink& sink) const {
 }
 
 StatusBar::Panel& StatusBar::Panels(int index) {
-  if (index < 1 || index > PanelCount()) Raise(kToolbarIndexError, QStringLiteral("Index hors limites"));
+  if (index < 1 || index > PanelCount())
+    Raise(kToolbarIndexError, QStringLiteral("Index hors limites"));
   return panels_[static_cast<size_t>(index - 1)];
 }
 
 const StatusBar::Panel& StatusBar::Panels(int index) const {
-  if (index < 1 || index > PanelCount()) Raise(kToolbarIndexError, QStringLiteral("Index hors limites"));
+  if (index < 1 || index > PanelCount())
+    Raise(kToolbarIndexError, QStringLiteral("Index hors limites"));
   return panels_[static_cast<size_t>(index - 1)];
 }
 
@@ -386,9 +397,12 @@ void Timer::DescribeOwn(const PropertySink& sink) const {
 void CommonDialog::ShowOpen() { FileName = Parent().Sys().ShowOpen(Filter); }
 
 void CommonDialog::SetAction(int action) {
-  if (action == 1) ShowOpen();
-  else if (action == 5) Parent().Sys().ShowPrinterSetup();
-  else Raise(Err::InvalidPropertyValue);
+  if (action == 1)
+    ShowOpen();
+  else if (action == 5)
+    Parent().Sys().ShowPrinterSetup();
+  else
+    Raise(Err::InvalidPropertyValue);
 }
 
 void CommonDialog::DescribeOwn(const PropertySink& sink) const {

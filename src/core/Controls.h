@@ -87,8 +87,7 @@ class Control {
   std::function<void()> DblClick;
   std::function<void()> Change;
   std::function<void(Int16& keyAscii)> KeyPress;
-  std::function<void(Int16 button, Int16 shift, double x, double y)> MouseDown, MouseUp,
-      MouseMove;
+  std::function<void(Int16 button, Int16 shift, double x, double y)> MouseDown, MouseUp, MouseMove;
 
  protected:
   virtual void DescribeOwn(const PropertySink& sink) const = 0;
@@ -138,8 +137,7 @@ class TextBox : public Control {
 // Combo and list boxes. A combo of style 2 is list-only: its text follows the pick.
 class ListControl : public Control {
  public:
-  ListControl(Form& f, ControlKind kind, QString name, int index)
-      : Control(f, kind, name, index) {}
+  ListControl(Form& f, ControlKind kind, QString name, int index) : Control(f, kind, name, index) {}
   void AddItem(const QString& item);
   void RemoveItem(int index);
   void Clear();
@@ -307,8 +305,7 @@ struct ToolbarButton {
 // image k plain and image k + 50 marked.
 class Toolbar : public Control {
  public:
-  Toolbar(Form& f, QString name, int index = -1)
-      : Control(f, ControlKind::Toolbar, name, index) {}
+  Toolbar(Form& f, QString name, int index = -1) : Control(f, ControlKind::Toolbar, name, index) {}
   // Buttons from 1; an index outside raises error 35600 as the control does.
   ToolbarButton& Buttons(int index);
   const ToolbarButton& Buttons(int index) const;

@@ -54,7 +54,11 @@ void Form::Show(bool modal) {
   Sys().FormShown(*this, false);
 }
 
-void Form::Hide() { Visible = false; }
+void Form::Hide() {
+  if (!Visible) return;
+  Visible = false;
+  Sys().FormHidden(*this);
+}
 
 void Form::Unload() {
   if (!loaded_) return;

@@ -143,8 +143,8 @@ void MDIKuvo::MDIForm_Load() {
   m.NbTirages = ToInt16(m.RsSorties->RecordCount());
   Sys().Randomize();
   StatusBar& bar = ui().StatusBar1;
-  bar.Panels(1).Text = kFiveBlanks + QStringLiteral("Nombre de Tirages  :  ") + Str(m.NbTirages) +
-                       kFiveBlanks;
+  bar.Panels(1).Text =
+      kFiveBlanks + QStringLiteral("Nombre de Tirages  :  ") + Str(m.NbTirages) + kFiveBlanks;
   bar.Panels(2).Text =
       kFiveBlanks + QStringLiteral("Dernière mise à jour  :  ") +
       FormatDate(m.RsSorties->Fields(QStringLiteral("DateTirage")).GetValue().toDate(),

@@ -11,9 +11,9 @@ namespace kuvo {
 
 void Module1::FermeFenetres() {
   // Any error on the way is passed over: the next window is unloaded all the same.
-  static const char* const kChildren[] = {"AleaBase", "AleaOrdi", "NumerosAffines", "NumPref",
-                                          "TirBase",  nullptr,    "TirGrou",        "TirModi",
-                                          "TirSais",  "TirSup",   "TirVerif",       "ChargeMiseJour"};
+  static const char* const kChildren[] = {
+      "AleaBase", "AleaOrdi", "NumerosAffines", "NumPref", "TirBase",  nullptr,
+      "TirGrou",  "TirModi",  "TirSais",        "TirSup",  "TirVerif", "ChargeMiseJour"};
   for (const char* name : kChildren) {
     try {
       // The slot without a name is an object that is never set.
@@ -56,7 +56,8 @@ void Module1::MajGroupes(const QString& Tirage) {
         RsGroupe->Fields(QStringLiteral("Sorties")).SetValue(1);
         RsGroupe->Update();
       } else {
-        const qlonglong count = RsGroupe->Fields(QStringLiteral("Sorties")).GetValue().toLongLong() + 1;
+        const qlonglong count =
+            RsGroupe->Fields(QStringLiteral("Sorties")).GetValue().toLongLong() + 1;
         RsGroupe->Edit();
         RsGroupe->Fields(QStringLiteral("Sorties")).SetValue(count);
         RsGroupe->Update();
@@ -83,8 +84,8 @@ void Module1::CompileBase() {
   avance.Depart(QStringLiteral("Preparation de la base de données"), maximum, 1);
   while (!raw->Eof()) {
     const QString date = raw->Fields(QStringLiteral("date_de_tirage")).GetValue().toString();
-    const QString text = date.right(2) + QLatin1Char('/') + date.mid(4, 2) + QLatin1Char('/') +
-                         date.left(4);
+    const QString text =
+        date.right(2) + QLatin1Char('/') + date.mid(4, 2) + QLatin1Char('/') + date.left(4);
     const QDate drawn = DateFromText(text);
     RsSorties->AddNew();
     RsSorties->Fields(QStringLiteral("DateTirage")).SetValue(drawn);

@@ -86,6 +86,8 @@ class Platform {
   // Runs a nested message loop until the modal window is unloaded or hidden.
   virtual void RunModal(Form& form) = 0;
   virtual void FormUnloaded(Form& form) = 0;
+  // A view that shows the window takes it away (the default does nothing).
+  virtual void FormHidden(Form&) {}
   virtual void FocusChanged(Control& control) = 0;
   // Pushes a control's state to the screen at once.
   virtual void RefreshControl(Control& control) = 0;

@@ -28,7 +28,8 @@ QString PropValue::Format() const {
     case Kind::Double: return QString::number(d_, 'g', 15);
     case Kind::Date: return date_.toString(QStringLiteral("yyyy-MM-dd"));
     case Kind::Colour:
-      return QStringLiteral("%1").arg(static_cast<unsigned>(i_) & 0xFFFFFFu, 6, 16, QLatin1Char('0'))
+      return QStringLiteral("%1")
+          .arg(static_cast<unsigned>(i_) & 0xFFFFFFu, 6, 16, QLatin1Char('0'))
           .toUpper();
     case Kind::Null: return QStringLiteral("Null");
     case Kind::NotLoaded: return QStringLiteral("<not loaded>");

@@ -1,11 +1,11 @@
 #include "ScriptRunner.h"
 
+#include <sqlite3.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
-#include <sqlite3.h>
 
 #include "ScriptedPlatform.h"
 #include "core/Form.h"
@@ -70,12 +70,12 @@ double ParseDouble(const QString& text, int line) {
 }
 
 const QStringList kCommands = {
-    QStringLiteral("store"), QStringLiteral("sql"),    QStringLiteral("write"),
-    QStringLiteral("copy"),  QStringLiteral("cat"),    QStringLiteral("today"),
+    QStringLiteral("store"), QStringLiteral("sql"),         QStringLiteral("write"),
+    QStringLiteral("copy"),  QStringLiteral("cat"),         QStringLiteral("today"),
     QStringLiteral("rnd"),   QStringLiteral("answer-file"), QStringLiteral("locale"),
-    QStringLiteral("start"), QStringLiteral("menu"),   QStringLiteral("toolbar"),
-    QStringLiteral("click"), QStringLiteral("type"),   QStringLiteral("key"),
-    QStringLiteral("mouse"), QStringLiteral("close"),  QStringLiteral("at-yield"),
+    QStringLiteral("start"), QStringLiteral("menu"),        QStringLiteral("toolbar"),
+    QStringLiteral("click"), QStringLiteral("type"),        QStringLiteral("key"),
+    QStringLiteral("mouse"), QStringLiteral("close"),       QStringLiteral("at-yield"),
     QStringLiteral("get"),   QStringLiteral("dump"),
 };
 
@@ -138,7 +138,8 @@ std::vector<ScriptRunner::Line> ScriptRunner::Parse(const QString& text) {
     // at-yield N COMMAND...: the command itself must be known too.
     const int at = line.words.value(0) == QLatin1String("at-yield") ? 2 : 0;
     if (!kCommands.contains(line.words.value(at)))
-      throw ScriptError(line.number, QStringLiteral("unknown command %1").arg(line.words.value(at)));
+      throw ScriptError(line.number,
+                        QStringLiteral("unknown command %1").arg(line.words.value(at)));
     lines.push_back(line);
   }
   return lines;
@@ -151,9 +152,16 @@ void ScriptRunner::Run(std::vector<Line> lines) {
     while (RunNext()) {
     }
   } catch (const ProgramEnd&) {
+    ended_ = true;
   } catch (const ScriptEnd&) {
+    ended_ = true;
   }
-  ended_ = true;
+}
+
+QString ScriptRunner::RunText(const QString& text) {
+  const qsizetype before = output_.size();
+  Run(Parse(text));
+  return output_.mid(before);
 }
 
 bool ScriptRunner::RunNext() {
@@ -172,10 +180,13 @@ void ScriptRunner::Write(const QString& text) {
 void ScriptRunner::Expect(const Line& line, int minWords, int maxWords) {
   const int n = static_cast<int>(line.words.size());
   if (n < minWords || (maxWords >= 0 && n > maxWords))
-    throw ScriptError(line.number, QStringLiteral("wrong number of words for %1").arg(line.words[0]));
+    throw ScriptError(line.number,
+                      QStringLiteral("wrong number of words for %1").arg(line.words[0]));
 }
 
-QString ScriptRunner::Path(const QString& file) const { return QDir(folder_).absoluteFilePath(file); }
+QString ScriptRunner::Path(const QString& file) const {
+  return QDir(folder_).absoluteFilePath(file);
+}
 
 void ScriptRunner::Execute(const Line& line) {
   const QString& cmd = line.words[0];
@@ -222,7 +233,7 @@ void ScriptRunner::Execute(const Line& line) {
   if (cmd == QLatin1String("answer-file")) {
     Expect(line, 2, 2);
     platform_->fileAnswers.push_back(line.words[1] == QLatin1String("cancel") ? QString()
-                                                                               : line.words[1]);
+                                                                              : line.words[1]);
     return;
   }
   if (cmd == QLatin1String("locale")) {
@@ -306,8 +317,8 @@ void ScriptRunner::Ignored(const QString& name) { Write(QStringLiteral("IGNORED 
 
 ScriptRunner::Target ScriptRunner::Resolve(const Line& line, const QString& address,
                                            bool needControl) {
-  static const QRegularExpression re(
-      QStringLiteral("^([A-Za-z_][A-Za-z0-9_]*)(?:\\.([A-Za-z_][A-Za-z0-9_]*)(?:\\((-?\\d+)\\))?)?$"));
+  static const QRegularExpression re(QStringLiteral(
+      "^([A-Za-z_][A-Za-z0-9_]*)(?:\\.([A-Za-z_][A-Za-z0-9_]*)(?:\\((-?\\d+)\\))?)?$"));
   const QRegularExpressionMatch m = re.match(address);
   if (!m.hasMatch()) throw ScriptError(line.number, QStringLiteral("bad name %1").arg(address));
   Target t;
@@ -321,8 +332,7 @@ ScriptRunner::Target ScriptRunner::Resolve(const Line& line, const QString& addr
   if (!m.captured(2).isEmpty()) {
     const int index = m.captured(3).isEmpty() ? -1 : m.captured(3).toInt();
     t.control = t.form->FindControl(m.captured(2), index);
-    if (!t.control)
-      throw ScriptError(line.number, QStringLiteral("no control %1").arg(address));
+    if (!t.control) throw ScriptError(line.number, QStringLiteral("no control %1").arg(address));
   }
   return t;
 }
@@ -438,8 +448,10 @@ void ScriptRunner::UserCommand(const Line& line) {
         if (!hasArg) throw ScriptError(line.number, QStringLiteral("click a list needs an item"));
         auto* list = static_cast<ListControl*>(c);
         int index = -1;
-        if (arg.startsWith(QLatin1Char('#'))) index = ParseInt(arg.mid(1), line.number);
-        else index = static_cast<int>(list->List.indexOf(arg));
+        if (arg.startsWith(QLatin1Char('#')))
+          index = ParseInt(arg.mid(1), line.number);
+        else
+          index = static_cast<int>(list->List.indexOf(arg));
         if (index < 0 || index >= list->ListCount())
           throw ScriptError(line.number, QStringLiteral("no item %1").arg(arg));
         program_->RunEvent([list, index] {
@@ -533,8 +545,10 @@ void ScriptRunner::UserCommand(const Line& line) {
     }
     std::function<void(Int16, Int16, double, double)>* handler = nullptr;
     Int16 button = 1;
-    if (what == QLatin1String("down")) handler = &c->MouseDown;
-    else if (what == QLatin1String("up")) handler = &c->MouseUp;
+    if (what == QLatin1String("down"))
+      handler = &c->MouseDown;
+    else if (what == QLatin1String("up"))
+      handler = &c->MouseUp;
     else if (what == QLatin1String("move")) {
       handler = &c->MouseMove;
       button = 0;

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -37,9 +38,13 @@ class ScriptRunner {
   // Splits a script into command lines; a malformed line raises ScriptError.
   static std::vector<Line> Parse(const QString& text);
 
-  // Runs the lines; returns when the script or the program has ended.
+  // Runs the lines; returns when the script or the program has ended. It may
+  // be called again with more lines while the program runs.
   // ScriptError escapes for a malformed command.
   void Run(std::vector<Line> lines);
+  // Parses and runs a piece of script; returns what it wrote.
+  QString RunText(const QString& text);
+  bool Ended() const { return ended_; }
 
   // What has been written so far.
   const QString& Output() const { return output_; }

@@ -52,7 +52,7 @@ int ScriptedPlatform::MsgBox(const QString& prompt, int style, const QString& ti
   Emit(QStringLiteral("MSGBOX %1 %2 %3").arg(icon, QuoteText(title), QuoteText(prompt)));
   switch (style & 0x7) {
     case 4:
-    case 3: return 6;  // Yes
+    case 3: return 6;   // Yes
     default: return 1;  // OK
   }
 }
@@ -96,7 +96,9 @@ void ScriptedPlatform::RunModal(Form& form) {
   if (OnModal) OnModal(form);
 }
 
-void ScriptedPlatform::FormUnloaded(Form& form) { Emit(QStringLiteral("UNLOAD %1").arg(form.Name())); }
+void ScriptedPlatform::FormUnloaded(Form& form) {
+  Emit(QStringLiteral("UNLOAD %1").arg(form.Name()));
+}
 
 void ScriptedPlatform::ReportFatal(int number, const QString& text) {
   Emit(QStringLiteral("FATAL %1 %2").arg(number).arg(QuoteText(text)));

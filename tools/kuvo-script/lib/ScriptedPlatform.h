@@ -80,6 +80,7 @@ class ScriptedPlatform : public Platform {
   void FormShown(Form& form, bool modal) override;
   void RunModal(Form& form) override;
   void FormUnloaded(Form& form) override;
+  void FormHidden(Form&) override {}
   void FocusChanged(Control&) override {}
   void RefreshControl(Control&) override {}
 
