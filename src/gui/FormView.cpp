@@ -921,6 +921,8 @@ class GridView : public ControlView {
         lastRow_ = c_.LastRowWritten();
         const int r = lastRow_ - model_->HeadRows();
         if (r >= 0 && r < model_->rowCount({}) && model_->columnCount({}) > 0) {
+          // The scroll range must know the new rows before the view follows.
+          QMetaObject::invokeMethod(w_, "updateGeometries", Qt::DirectConnection);
           const int col = std::max(0, w_->columnAt(0));
           w_->scrollTo(model_->index(r, col));
         }

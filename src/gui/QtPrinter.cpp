@@ -20,9 +20,25 @@ QtPrinter::~QtPrinter() {
 }
 
 QFont QtPrinter::PrintFont() const {
-  QFont f = QFontDatabase::hasFamily(QStringLiteral("Courier New"))
-                ? QFont(QStringLiteral("Courier New"))
-                : QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  // Courier New when the machine has it, else the system's fixed-pitch face,
+  // else any fixed-pitch face the machine has.
+  QString family = QStringLiteral("Courier New");
+  if (!QFontDatabase::hasFamily(family)) {
+    family = QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+    if (!QFontDatabase::hasFamily(family) || !QFontDatabase::isFixedPitch(family)) {
+      QStringList candidates = {QStringLiteral("DejaVu Sans Mono"),
+                                QStringLiteral("Liberation Mono"),
+                                QStringLiteral("Nimbus Mono PS")};
+      candidates += QFontDatabase::families();
+      for (const QString& f : candidates)
+        if (QFontDatabase::hasFamily(f) && QFontDatabase::isFixedPitch(f) &&
+            !QFontDatabase::isPrivateFamily(f)) {
+          family = f;
+          break;
+        }
+    }
+  }
+  QFont f(family);
   f.setStyleHint(QFont::TypeWriter);
   f.setFixedPitch(true);
   f.setPointSizeF(fontSize_ > 0 ? fontSize_ : 10);

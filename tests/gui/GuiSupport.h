@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include "core/Program.h"
+#include "core/Store.h"
+#include "gui/QtPlatform.h"
+
+namespace kuvo::testing {
+
+// The Qt platform with its blocking dialogs answered at once and its end of
+// program turned into an exception, so that a test can watch them.
+class TestPlatform : public QtPlatform {
+ public:
+  using QtPlatform::QtPlatform;
+  QStringList boxes;
+  QStringList fatals;
+  int MsgBox(const QString& prompt, int, const QString&) override {
+    boxes << prompt;
+    return Mb::AnswerOk;
+  }
+  void ReportFatal(int number, const QString& text) override { fatals << FatalText(number, text); }
+  [[noreturn]] void EndProgram() override { throw ProgramEnd{}; }
+};
+
+// An application folder with a new store.
+class AppFolder {
+ public:
+  AppFolder() { CreateStore(Path() + QStringLiteral("/Kuvo.Mdb"), ShippedSchema()); }
+  QString Path() const { return dir_.path(); }
+  void Sql(const QString& statement) {
+    auto db = Database::OpenDatabase(Path() + QStringLiteral("/Kuvo.Mdb"));
+    db->Execute(statement);
+    db->CommitPending();
+  }
+  // One line of the operator's history in Kuvo.
+  void AddHistory(const QString& yyyymmdd, const QList<int>& balls, int chance) {
+    Sql(QStringLiteral("INSERT INTO Kuvo (date_de_tirage, boule_1, boule_2, boule_3, boule_4, "
+                       "boule_5, Numero_Chance) VALUES ('%1', %2, %3, %4, %5, %6, %7)")
+            .arg(yyyymmdd)
+            .arg(balls[0])
+            .arg(balls[1])
+            .arg(balls[2])
+            .arg(balls[3])
+            .arg(balls[4])
+            .arg(chance));
+  }
+  // One draw in Sorties.
+  void AddDraw(const QString& iso, const QList<int>& balls, int chance) {
+    Sql(QStringLiteral("INSERT INTO Sorties (DateTirage, numero1, numero2, numero3, numero4, "
+                       "numero5, NumeroChance) VALUES ('%1', %2, %3, %4, %5, %6, %7)")
+            .arg(iso)
+            .arg(balls[0])
+            .arg(balls[1])
+            .arg(balls[2])
+            .arg(balls[3])
+            .arg(balls[4])
+            .arg(chance));
+  }
+
+ private:
+  QTemporaryDir dir_;
+};
+
+// A program running on the test platform in a folder.
+struct RunningProgram {
+  explicit RunningProgram(const QString& folder) : platform(folder), program(platform) {
+    platform.Attach(program);
+  }
+  TestPlatform platform;
+  Program program;
+};
+
+}  // namespace kuvo::testing

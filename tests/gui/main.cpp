@@ -1,0 +1,17 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include "core/Texts.h"
+
+// The GUI tests need a QApplication before any widget; CTest runs them on Qt's
+// offscreen platform.
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication app(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Kuvo"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  kuvo::SetRegional(QLocale(QLocale::French, QLocale::France));
+  ::testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
