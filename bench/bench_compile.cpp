@@ -1,0 +1,200 @@
+// Compilation of a history into Sorties and the group tables through the real
+// start-up (progress window and yields included), against a bare lower bound
+// measured in the same run: every count in memory, then every row written in
+// one transaction. Also the start-up on a compiled base, on the scripted
+// platform and on the Qt platform (run with QT_QPA_PLATFORM=offscreen).
+//
+// bench_compile [HISTORY.csv]: the shipped demonstration history by default;
+// the real history beside the project is used too when it is there.
+#include <sqlite3.h>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <map>
+#include <unordered_map>
+
+#include "ScriptRunner.h"
+#include "core/MDIKuvo.h"
+#include "core/Program.h"
+#include "core/Store.h"
+#include "core/Texts.h"
+#include "gui/QtPlatform.h"
+
+using namespace kuvo;
+
+namespace {
+
+struct Draw {
+  QString date;  // YYYY-MM-DD
+  int n[5];
+  int chance;
+};
+
+// The draws of a history text in the operator's format.
+std::vector<Draw> ReadHistory(const QString& csv) {
+  std::vector<Draw> draws;
+  const QStringList lines = csv.split(QLatin1Char('\n'));
+  for (qsizetype i = 1; i < lines.size(); ++i) {
+    const QStringList f = lines[i].split(QLatin1Char(';'));
+    if (f.size() < 10) continue;
+    Draw d;
+    const QString& t = f[2];
+    d.date = t.left(4) + QLatin1Char('-') + t.mid(4, 2) + QLatin1Char('-') + t.mid(6, 2);
+    for (int k = 0; k < 5; ++k) d.n[k] = f[4 + k].toInt();
+    d.chance = f[9].toInt();
+    draws.push_back(d);
+  }
+  return draws;
+}
+
+// A made-up history of `count` draws in the operator's format.
+QString SyntheticHistory(int count) {
+  QRandomGenerator rng(30000);
+  QString csv = QStringLiteral(
+      "annee_numero_de_tirage;jour_de_tirage;date_de_tirage;date_de_forclusion;boule_1;boule_2;"
+      "boule_3;boule_4;boule_5;Numero_Chance;combinaison_gagnante_en_ordre_croissant;"
+      "nombre_de_gagnant_au_rang1;rapport_du_rang1;nombre_de_gagnant_au_rang2;rapport_du_rang2;"
+      "nombre_de_gagnant_au_rang3;rapport_du_rang3;nombre_de_gagnant_au_rang4;rapport_du_rang4;"
+      "nombre_de_gagnant_au_rang5;rapport_du_rang5;nombre_de_gagnant_au_rang6;rapport_du_rang6;"
+      "numero_jokerplus;devise;\n");
+  QDate date(1850, 1, 1);
+  for (int i = 0; i < count; ++i) {
+    std::vector<int> pool;
+    for (int k = 1; k <= 49; ++k) pool.push_back(k);
+    QStringList n;
+    for (int k = 0; k < 5; ++k) {
+      const auto at = static_cast<int>(rng.bounded(static_cast<quint32>(pool.size())));
+      n << QString::number(pool[static_cast<size_t>(at)]);
+      pool.erase(pool.begin() + at);
+    }
+    csv += QStringLiteral("%1;LUNDI;%2;%2;%3;%4;;0;0;0;0;0;0;0;0;0;0;0;0;;eur;\n")
+               .arg(i)
+               .arg(date.toString(QStringLiteral("yyyyMMdd")), n.join(QLatin1Char(';')))
+               .arg(1 + static_cast<int>(rng.bounded(10u)));
+    date = date.addDays(2);
+  }
+  return csv;
+}
+
+double Seconds(const QElapsedTimer& t) { return static_cast<double>(t.nsecsElapsed()) / 1e9; }
+
+void Exec(sqlite3* db, const char* sql) { sqlite3_exec(db, sql, nullptr, nullptr, nullptr); }
+
+// The bare lower bound: counts in memory, rows written in one transaction.
+double LowerBound(const QString& folder, const QString& csv) {
+  const QString path = folder + QStringLiteral("/bound.Mdb");
+  CreateStore(path, ShippedSchema());
+  QElapsedTimer t;
+  t.start();
+  const std::vector<Draw> draws = ReadHistory(csv);
+  std::unordered_map<std::string, int> counts;
+  char key[16];
+  for (const Draw& d : draws) {
+    int s[5];
+    std::copy(d.n, d.n + 5, s);
+    std::sort(s, s + 5);
+    for (unsigned mask = 0; mask < 32; ++mask) {
+      if (std::popcount(mask) < 2) continue;
+      int len = 0;
+      for (int k = 0; k < 5; ++k)
+        if (mask & (1u << k))
+          len += std::snprintf(key + len, sizeof key - static_cast<size_t>(len),
+                               len ? ",%02d" : "%02d", s[k]);
+      ++counts[std::string(key, static_cast<size_t>(len))];
+    }
+  }
+  sqlite3* db = nullptr;
+  sqlite3_open(path.toUtf8().constData(), &db);
+  Exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL; BEGIN");
+  sqlite3_stmt* draw = nullptr;
+  sqlite3_prepare_v2(db, "INSERT INTO Sorties VALUES (?,?,?,?,?,?,?)", -1, &draw, nullptr);
+  for (const Draw& d : draws) {
+    const QByteArray date = d.date.toUtf8();
+    sqlite3_bind_text(draw, 1, date.constData(), -1, SQLITE_TRANSIENT);
+    for (int k = 0; k < 5; ++k) sqlite3_bind_int(draw, 2 + k, d.n[k]);
+    sqlite3_bind_int(draw, 7, d.chance);
+    sqlite3_step(draw);
+    sqlite3_reset(draw);
+  }
+  sqlite3_finalize(draw);
+  sqlite3_stmt* group[4] = {};
+  for (int size = 2; size <= 5; ++size)
+    sqlite3_prepare_v2(
+        db, QStringLiteral("INSERT INTO Groupe%1 VALUES (?,?)").arg(size).toUtf8().constData(), -1,
+        &group[size - 2], nullptr);
+  for (const auto& [k, c] : counts) {
+    sqlite3_stmt* s = group[(k.size() + 1) / 3 - 2];
+    sqlite3_bind_text(s, 1, k.data(), static_cast<int>(k.size()), SQLITE_STATIC);
+    sqlite3_bind_int(s, 2, c);
+    sqlite3_step(s);
+    sqlite3_reset(s);
+  }
+  for (sqlite3_stmt* s : group) sqlite3_finalize(s);
+  Exec(db, "COMMIT");
+  sqlite3_close(db);
+  return Seconds(t);
+}
+
+// The real thing: a first start on a store whose draws are only in Kuvo.
+double Compile(const QString& folder, const QString& csv) {
+  CreateStore(folder + QStringLiteral("/Kuvo.Mdb"), ShippedSchema(), csv);
+  ScriptRunner runner(folder, folder);
+  QElapsedTimer t;
+  t.start();
+  const QString out = runner.RunText(QStringLiteral("start\n"));
+  const double s = Seconds(t);
+  if (out.contains(QLatin1String("FATAL"))) std::printf("  compile failed: %s\n", qPrintable(out));
+  return s;
+}
+
+void Report(const char* name, const QString& csv) {
+  const size_t draws = ReadHistory(csv).size();
+  QTemporaryDir a, b;
+  const double bound = LowerBound(b.path(), csv);
+  const double real = Compile(a.path(), csv);
+  std::printf("%-34s %6zu draws  compile %.3f s  lower bound %.3f s  ratio %.1fx\n", name, draws,
+              real, bound, real / bound);
+  // Start-up on the compiled base, scripted platform.
+  ScriptRunner again(a.path(), a.path());
+  QElapsedTimer t;
+  t.start();
+  again.RunText(QStringLiteral("start\n"));
+  std::printf("%-34s start-up on the compiled base (scripted) %.3f s\n", "", Seconds(t));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  SetRegional(QLocale(QStringLiteral("fr_FR")));
+
+  Report("shipped demonstration history", ShippedHistory());
+  QString real = argc > 1 ? QString::fromLocal8Bit(argv[1])
+                          : QStringLiteral(KUVO_SOURCE_DIR "/../shared/data/history.csv");
+  QFile file(real);
+  if (file.open(QIODevice::ReadOnly)) Report("real history", QString::fromUtf8(file.readAll()));
+  Report("synthetic history", SyntheticHistory(30000));
+
+  // Start-up of the program on the Qt platform, to the main window with its panels.
+  QTemporaryDir dir;
+  CreateStore(dir.filePath(QStringLiteral("Kuvo.Mdb")), ShippedSchema(), ShippedHistory());
+  {
+    ScriptRunner compile(dir.path(), dir.path());
+    compile.RunText(QStringLiteral("start\n"));
+  }
+  QtPlatform platform(dir.path());
+  Program program(platform);
+  platform.Attach(program);
+  QElapsedTimer t;
+  t.start();
+  program.Start();
+  QApplication::processEvents();
+  const double startup = Seconds(t);
+  const QString panel = program.Win<MDIKuvo>().ui().StatusBar1.Panels(1).Text;
+  std::printf("Qt start-up on a compiled base of the shipped history: %.3f s (%s)\n", startup,
+              qPrintable(panel.trimmed()));
+  return 0;
+}
