@@ -83,7 +83,7 @@ void Module1::CompileBase() {
   Avance& avance = program_.Win<Avance>();
   avance.Depart(QStringLiteral("Preparation de la base de données"), maximum, 1);
   while (!raw->Eof()) {
-    const QString date = raw->Fields(QStringLiteral("date_de_tirage")).GetValue().toString();
+    const QString date = ValueText(raw->Fields(QStringLiteral("date_de_tirage")).GetValue());
     const QString text =
         date.right(2) + QLatin1Char('/') + date.mid(4, 2) + QLatin1Char('/') + date.left(4);
     const QDate drawn = DateFromText(text);
@@ -109,7 +109,7 @@ void Module1::CompileBase() {
     static const char* const kNumbers[] = {"numero1", "numero2", "numero3", "numero4", "numero5"};
     for (int k = 0; k < 5; ++k) {
       const QVariant value = RsSorties->Fields(QLatin1String(kNumbers[k])).GetValue();
-      QString piece = Str(Val(value.toString())).trimmed();
+      QString piece = Str(Val(ValueText(value))).trimmed();
       if (piece.size() == 1) piece.prepend(QLatin1Char('0'));
       if (k < 4) piece += QLatin1Char(',');
       tirage += piece;

@@ -443,4 +443,11 @@ double CDbl(const QString& text) {
   return ParseAscii(number) + 0.0;
 }
 
+QString ValueText(const QVariant& value) {
+  if (value.isNull()) Raise(Err::InvalidUseOfNull);
+  if (value.typeId() == QMetaType::Double) return NumText(value.toDouble());
+  if (value.typeId() == QMetaType::QDate) return ShortDate(value.toDate());
+  return value.toString();
+}
+
 }  // namespace kuvo

@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QLocale>
 #include <QString>
+#include <QVariant>
 
 #include "core/Errors.h"
 
@@ -53,5 +54,10 @@ Int32 CLng(double value);
 // Conversion of a text to a number as an assignment does: regional separator or
 // "."; blanks around are allowed; anything else raises error 13.
 double CDbl(const QString& text);
+
+// The text of a value read from the store, as an assignment to a text makes
+// it: a double in its ordinary text, a date as the short date text, a whole
+// number plainly; null raises error 94.
+QString ValueText(const QVariant& value);
 
 }  // namespace kuvo

@@ -10,13 +10,6 @@ namespace {
 
 // A field's value as the grid and the report take it: the number or the text
 // as it stands.
-QString FieldText(const Value& v) {
-  if (v.isNull()) Raise(Err::InvalidUseOfNull);
-  if (v.typeId() == QMetaType::Double) return NumText(v.toDouble());
-  if (v.typeId() == QMetaType::QDate) return ShortDate(v.toDate());
-  return v.toString();
-}
-
 void Place(Control& c, int left, int top, int width, int height) {
   c.Left = left;
   c.Top = top;
@@ -207,9 +200,9 @@ void TirVerif::ChercheSorties_Click() {
     Grid& grille = ui().Grille;
     grille.Row = i;
     grille.Col = 0;
-    grille.SetText(FieldText(RsClassement->Fields(QStringLiteral("Numeros")).GetValue()));
+    grille.SetText(ValueText(RsClassement->Fields(QStringLiteral("Numeros")).GetValue()));
     grille.Col = 1;
-    grille.SetText(FieldText(RsClassement->Fields(QStringLiteral("Sorties")).GetValue()));
+    grille.SetText(ValueText(RsClassement->Fields(QStringLiteral("Sorties")).GetValue()));
     Increment();
     if (M().ArretDemande == -1) break;
     RsClassement->MoveNext();
@@ -268,8 +261,8 @@ void TirVerif::Imprimer_Click() {
   RsClassement->MoveFirst();
   const QString blanks50(50, QLatin1Char(' '));
   while (!RsClassement->Eof()) {
-    const QString numeros = FieldText(RsClassement->Fields(QStringLiteral("Numeros")).GetValue());
-    const QString sorties = FieldText(RsClassement->Fields(QStringLiteral("Sorties")).GetValue());
+    const QString numeros = ValueText(RsClassement->Fields(QStringLiteral("Numeros")).GetValue());
+    const QString sorties = ValueText(RsClassement->Fields(QStringLiteral("Sorties")).GetValue());
     Imprimeligne(kBlanks5 + (numeros + blanks50).left(25) + sorties, 0);
     IncrementImpression();
     if (M().ArretDemande == -1) {

@@ -420,3 +420,17 @@ TEST_F(TextsTest, CDblEnglish) {
 
 }  // namespace
 }  // namespace kuvo
+
+TEST(ValueTextTest, StoreValuesAsAnAssignmentToATextMakesThem) {
+  kuvo::SetRegional(QLocale(QLocale::French, QLocale::France));
+  EXPECT_EQ(kuvo::ValueText(QVariant(qlonglong(7))), QStringLiteral("7"));
+  EXPECT_EQ(kuvo::ValueText(QVariant(12.5)), QStringLiteral("12,5"));
+  EXPECT_EQ(kuvo::ValueText(QVariant(QDate(2000, 3, 4))), QStringLiteral("04/03/2000"));
+  EXPECT_EQ(kuvo::ValueText(QVariant(QStringLiteral("02,07"))), QStringLiteral("02,07"));
+  try {
+    kuvo::ValueText(QVariant());
+    FAIL() << "no error";
+  } catch (const kuvo::VbError& e) {
+    EXPECT_EQ(e.Number(), 94);
+  }
+}
