@@ -8,13 +8,18 @@ QString ErrorText(int number) {
   switch (number) {
     case Err::InvalidCall: return QStringLiteral("Argument ou appel de procédure incorrect");
     case Err::Overflow: return QStringLiteral("Dépassement de capacité");
-    case Err::SubscriptOutOfRange: return QStringLiteral("L'indice n'appartient pas à la sélection");
+    case Err::SubscriptOutOfRange:
+      return QStringLiteral("L'indice n'appartient pas à la sélection");
     case Err::TypeMismatch: return QStringLiteral("Incompatibilité de type");
+    case Err::BadFileName: return QStringLiteral("Nom ou numéro de fichier incorrect");
     case Err::FileNotFound: return QStringLiteral("Fichier introuvable");
+    case Err::TooManyFiles: return QStringLiteral("Trop de fichiers");
+    case Err::PathAccess: return QStringLiteral("Erreur d'accès au chemin/fichier");
     case Err::BadFileMode: return QStringLiteral("Mode d'accès au fichier incorrect");
     case Err::FileAlreadyOpen: return QStringLiteral("Fichier déjà ouvert");
     case Err::InputPastEnd: return QStringLiteral("Tentative de lecture après la fin du fichier");
-    case Err::ObjectNotSet: return QStringLiteral("Variable objet ou variable bloc With non définie");
+    case Err::ObjectNotSet:
+      return QStringLiteral("Variable objet ou variable bloc With non définie");
     case Err::InvalidUseOfNull: return QStringLiteral("Utilisation incorrecte de Null");
     case Err::InvalidPropertyValue: return QStringLiteral("Valeur de propriété non valide");
     case Err::FormAlreadyShown:

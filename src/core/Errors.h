@@ -8,24 +8,27 @@ namespace kuvo {
 
 // Error numbers the program raises or catches by number.
 namespace Err {
-constexpr int InvalidCall = 5;          // Argument ou appel de procédure incorrect
-constexpr int Overflow = 6;             // Dépassement de capacité
-constexpr int SubscriptOutOfRange = 9;  // L'indice n'appartient pas à la sélection
-constexpr int TypeMismatch = 13;        // Incompatibilité de type
-constexpr int FileAlreadyOpen = 55;     // Fichier déjà ouvert
-constexpr int FileNotFound = 53;        // Fichier introuvable
-constexpr int BadFileMode = 54;         // Mode d'accès au fichier incorrect
-constexpr int InputPastEnd = 62;        // Tentative de lecture après la fin du fichier
-constexpr int InvalidUseOfNull = 94;    // Utilisation incorrecte de Null
+constexpr int InvalidCall = 5;             // Argument ou appel de procédure incorrect
+constexpr int Overflow = 6;                // Dépassement de capacité
+constexpr int SubscriptOutOfRange = 9;     // L'indice n'appartient pas à la sélection
+constexpr int TypeMismatch = 13;           // Incompatibilité de type
+constexpr int FileAlreadyOpen = 55;        // Fichier déjà ouvert
+constexpr int BadFileName = 52;            // Nom ou numéro de fichier incorrect
+constexpr int FileNotFound = 53;           // Fichier introuvable
+constexpr int BadFileMode = 54;            // Mode d'accès au fichier incorrect
+constexpr int InputPastEnd = 62;           // Tentative de lecture après la fin du fichier
+constexpr int TooManyFiles = 67;           // Trop de fichiers
+constexpr int PathAccess = 75;             // Erreur d'accès au chemin/fichier
+constexpr int InvalidUseOfNull = 94;       // Utilisation incorrecte de Null
 constexpr int InvalidPropertyValue = 380;  // Valeur de propriété non valide
-constexpr int FormAlreadyShown = 400;   // Feuille déjà affichée; affichage modal impossible
-constexpr int ObjectNotSet = 91;        // Variable objet ou variable bloc With non définie
-constexpr int ItemNotFound = 3265;      // Élément non trouvé dans cette collection.
-constexpr int NoCurrentRecord = 3021;   // Aucun enregistrement en cours.
-constexpr int ConversionError = 3421;   // Erreur de conversion de type de données.
-constexpr int TableNotFound = 3078;     // table introuvable
-constexpr int FileNotFoundDb = 3024;    // fichier de base introuvable
-constexpr int StoreFailure = 3000;      // other failures of the store
+constexpr int FormAlreadyShown = 400;      // Feuille déjà affichée; affichage modal impossible
+constexpr int ObjectNotSet = 91;           // Variable objet ou variable bloc With non définie
+constexpr int ItemNotFound = 3265;         // Élément non trouvé dans cette collection.
+constexpr int NoCurrentRecord = 3021;      // Aucun enregistrement en cours.
+constexpr int ConversionError = 3421;      // Erreur de conversion de type de données.
+constexpr int TableNotFound = 3078;        // table introuvable
+constexpr int FileNotFoundDb = 3024;       // fichier de base introuvable
+constexpr int StoreFailure = 3000;         // other failures of the store
 }  // namespace Err
 
 // The standard text of a numbered error ("" for a number it does not know).

@@ -10,19 +10,13 @@ namespace kuvo {
 
 namespace {
 
-constexpr int kBadFileNumber = 52;
-constexpr int kPathAccessError = 75;
 constexpr int kLastFileNumber = 511;
 // Written text goes to the disk once it reaches this size, and at the close.
 constexpr size_t kFlushSize = 64 * 1024;
 
-[[noreturn]] void BadFileNumber() {
-  Raise(kBadFileNumber, QStringLiteral("Nom ou numéro de fichier incorrect"));
-}
+[[noreturn]] void BadFileNumber() { Raise(Err::BadFileName); }
 
-[[noreturn]] void PathAccessError() {
-  Raise(kPathAccessError, QStringLiteral("Erreur d'accès au chemin/fichier"));
-}
+[[noreturn]] void PathAccessError() { Raise(Err::PathAccess); }
 
 }  // namespace
 
@@ -52,7 +46,7 @@ bool TextFiles::IsOpen(const QString& path) const {
 int TextFiles::FreeFile() const {
   for (int n = 1; n <= kLastFileNumber; ++n)
     if (!files_.count(n)) return n;
-  Raise(67, QStringLiteral("Trop de fichiers"));
+  Raise(Err::TooManyFiles);
 }
 
 void TextFiles::Open(const QString& path, Mode mode, int number) {
