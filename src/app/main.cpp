@@ -3,6 +3,7 @@
 
 #include "core/Program.h"
 #include "core/Texts.h"
+#include "gui/Pictures.h"
 #include "gui/QtPlatform.h"
 
 int main(int argc, char* argv[]) {
@@ -11,6 +12,7 @@ int main(int argc, char* argv[]) {
   QApplication::setApplicationVersion(QStringLiteral("2.0.0"));
   // The program ends through its own Quit, never by a window left alone.
   QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setWindowIcon(kuvo::AppIcon());
   kuvo::SetRegional(QLocale::system());
 
   kuvo::QtPlatform platform;

@@ -30,6 +30,7 @@
 
 #include "core/Controls.h"
 #include "core/Form.h"
+#include "core/Texts.h"
 #include "gui/KeypadFaces.h"
 #include "gui/MainWindowView.h"
 #include "gui/Pictures.h"
@@ -758,36 +759,34 @@ class LineView : public ControlView {
   LineWidget* w_;
 };
 
-// The grid's cells as a table model. Fixed row 0 and fixed column 0 become
-// the table's headers, so that they stay in place when the rows scroll.
+// The grid's cells as a table model. Fixed row 0 becomes the table's header,
+// so that it stays in place when the rows scroll; fixed columns are cells with
+// the colour of a header.
 class GridModel : public QAbstractTableModel {
  public:
   explicit GridModel(const Grid* grid) : grid_(grid) {}
   void Release() {
     beginResetModel();
     grid_ = nullptr;
-    rows_ = cols_ = headRows_ = headCols_ = 0;
+    rows_ = cols_ = headRows_ = 0;
     endResetModel();
   }
   int HeadRows() const { return headRows_; }
-  int HeadCols() const { return headCols_; }
 
-  // Takes in the grid's changes; rows added at the end are inserted, any
-  // other change of shape resets the model.
-  void Update() {
-    if (!grid_) return;
+  // Takes in the grid's changes: rows added at the end are inserted, any other
+  // change of shape resets the model (and returns true).
+  bool Update() {
+    if (!grid_) return false;
     const int rows = grid_->Rows(), cols = grid_->Cols();
     const int headRows = grid_->FixedRows > 0 && rows > 0 ? 1 : 0;
-    const int headCols = grid_->FixedCols > 0 && cols > 0 ? 1 : 0;
     ReadAlignments();
-    if (headRows != headRows_ || headCols != headCols_ || cols != cols_ || rows < rows_) {
+    if (headRows != headRows_ || cols != cols_ || rows < rows_) {
       beginResetModel();
       rows_ = rows;
       cols_ = cols;
       headRows_ = headRows;
-      headCols_ = headCols;
       endResetModel();
-      return;
+      return true;
     }
     if (rows > rows_) {
       beginInsertRows({}, rows_ - headRows_, rows - headRows_ - 1);
@@ -797,19 +796,18 @@ class GridModel : public QAbstractTableModel {
     const int r = rowCount({}), c = columnCount({});
     if (r > 0 && c > 0) emit dataChanged(index(0, 0), index(r - 1, c - 1), {Qt::DisplayRole});
     if (c > 0) emit headerDataChanged(Qt::Horizontal, 0, c - 1);
-    if (r > 0 && headCols_) emit headerDataChanged(Qt::Vertical, 0, r - 1);
+    return false;
   }
 
   int rowCount(const QModelIndex& parent) const override {
     return parent.isValid() ? 0 : std::max(0, rows_ - headRows_);
   }
-  int columnCount(const QModelIndex& parent) const override {
-    return parent.isValid() ? 0 : std::max(0, cols_ - headCols_);
-  }
+  int columnCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : cols_; }
 
   QVariant data(const QModelIndex& index, int role) const override {
     if (!grid_ || !index.isValid()) return {};
-    const int r = index.row() + headRows_, c = index.column() + headCols_;
+    const int r = index.row() + headRows_, c = index.column();
+    // The view may paint between a change of the grid and the next sync.
     if (r >= grid_->Rows() || c >= grid_->Cols()) return {};
     switch (role) {
       case Qt::DisplayRole: return grid_->TextMatrix(r, c);
@@ -822,15 +820,9 @@ class GridModel : public QAbstractTableModel {
   }
 
   QVariant headerData(int section, Qt::Orientation o, int role) const override {
-    if (!grid_ || role != Qt::DisplayRole) return {};
-    if (o == Qt::Horizontal) {
-      const int c = section + headCols_;
-      if (!headRows_ || c >= grid_->Cols() || grid_->Rows() == 0) return {};
-      return grid_->TextMatrix(0, c);
-    }
-    const int r = section + headRows_;
-    if (!headCols_ || r >= grid_->Rows() || grid_->Cols() == 0) return {};
-    return grid_->TextMatrix(r, 0);
+    if (!grid_ || role != Qt::DisplayRole || o != Qt::Horizontal) return {};
+    if (!headRows_ || section >= grid_->Cols() || grid_->Rows() == 0) return {};
+    return grid_->TextMatrix(0, section);
   }
 
  private:
@@ -862,7 +854,7 @@ class GridModel : public QAbstractTableModel {
   }
 
   const Grid* grid_;
-  int rows_ = 0, cols_ = 0, headRows_ = 0, headCols_ = 0;
+  int rows_ = 0, cols_ = 0, headRows_ = 0;
   QString format_;
   std::vector<Qt::Alignment> align_;
 };
@@ -878,18 +870,17 @@ class GridView : public ControlView {
     w_->setCornerButtonEnabled(false);
     w_->setWordWrap(false);
     QHeaderView* rows = w_->verticalHeader();
+    rows->setVisible(false);
     rows->setSectionResizeMode(QHeaderView::Fixed);
     rows->setMinimumSectionSize(8);
     rows->setDefaultSectionSize(w_->fontMetrics().height() + 4);
-    rows->setSectionsClickable(false);
     QHeaderView* cols = w_->horizontalHeader();
     cols->setSectionResizeMode(QHeaderView::Interactive);
     cols->setMinimumSectionSize(0);
     cols->setSectionsClickable(false);
     cols->setHighlightSections(false);
-    rows->setHighlightSections(false);
     QObject::connect(w_, &QTableView::clicked, Guard(), [this](const QModelIndex& index) {
-      const int row = index.row() + model_->HeadRows(), col = index.column() + model_->HeadCols();
+      const int row = index.row() + model_->HeadRows(), col = index.column();
       Raise([this, row, col] {
         if (row < c_.Rows()) c_.Row = row;
         if (col < c_.Cols()) c_.Col = col;
@@ -915,7 +906,8 @@ class GridView : public ControlView {
   void SyncOwn() override {
     if (revision_ != c_.Revision()) {
       revision_ = c_.Revision();
-      model_->Update();
+      // A reset model forgets the column widths.
+      if (model_->Update()) widths_.clear();
       SyncWidths();
       if (c_.LastRowWritten() != lastRow_) {
         lastRow_ = c_.LastRowWritten();
@@ -923,17 +915,16 @@ class GridView : public ControlView {
         if (r >= 0 && r < model_->rowCount({}) && model_->columnCount({}) > 0) {
           // The scroll range must know the new rows before the view follows.
           QMetaObject::invokeMethod(w_, "updateGeometries", Qt::DirectConnection);
-          const int col = std::max(0, w_->columnAt(0));
-          w_->scrollTo(model_->index(r, col));
+          w_->scrollTo(model_->index(r, std::max(0, w_->columnAt(0))));
         }
       }
     }
     if (row_ != c_.Row || col_ != c_.Col) {
       row_ = c_.Row;
       col_ = c_.Col;
-      const int r = row_ - model_->HeadRows(), c = col_ - model_->HeadCols();
-      if (r >= 0 && c >= 0 && r < model_->rowCount({}) && c < model_->columnCount({}))
-        w_->setCurrentIndex(model_->index(r, c));
+      const int r = row_ - model_->HeadRows();
+      if (r >= 0 && col_ >= 0 && r < model_->rowCount({}) && col_ < model_->columnCount({}))
+        w_->setCurrentIndex(model_->index(r, col_));
       else
         w_->clearSelection();
     }
@@ -943,23 +934,14 @@ class GridView : public ControlView {
   void SyncWidths() {
     const int cols = c_.Cols();
     widths_.resize(static_cast<size_t>(cols), -2);
+    QHeaderView* header = w_->horizontalHeader();
     for (int col = 0; col < cols; ++col) {
       const int tw = c_.ColWidth(col);
       if (widths_[static_cast<size_t>(col)] == tw) continue;
       widths_[static_cast<size_t>(col)] = tw;
-      if (col < model_->HeadCols()) {
-        if (tw >= 0)
-          w_->verticalHeader()->setFixedWidth(Px(tw));
-        else
-          w_->verticalHeader()->setMinimumWidth(20);
-      } else {
-        const int section = col - model_->HeadCols();
-        w_->horizontalHeader()->resizeSection(
-            section, tw >= 0 ? Px(tw) : w_->horizontalHeader()->defaultSectionSize());
-      }
+      header->resizeSection(col, tw >= 0 ? Px(tw) : header->defaultSectionSize());
     }
-    w_->verticalHeader()->setVisible(model_->HeadCols() > 0);
-    w_->horizontalHeader()->setVisible(model_->HeadRows() > 0);
+    header->setVisible(model_->HeadRows() > 0);
   }
 
   Grid& c_;
@@ -1144,6 +1126,8 @@ class CalendarView : public ControlView {
   CalendarView(FormView& v, Calendar& c) : ControlView(v, c), c_(c), w_(new QCalendarWidget(&v)) {
     w_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     w_->setGridVisible(true);
+    // Day and month names follow the program's regional settings.
+    w_->setLocale(Regional());
     plain_ = w_->palette();
     QObject::connect(w_, &QCalendarWidget::clicked, Guard(), [this](QDate day) {
       Raise([this, day] {
@@ -1158,6 +1142,12 @@ class CalendarView : public ControlView {
 
  protected:
   void SyncOwn() override {
+    const int narrow = w_->width() < 280 ? 1 : 0;
+    if (narrow != narrow_) {
+      narrow_ = narrow;
+      w_->setHorizontalHeaderFormat(narrow ? QCalendarWidget::SingleLetterDayNames
+                                           : QCalendarWidget::ShortDayNames);
+    }
     if (!first_ && c_.Value() == value_ && c_.Shown() == shown_) return;
     first_ = false;
     value_ = c_.Value();
@@ -1182,6 +1172,7 @@ class CalendarView : public ControlView {
   QPalette plain_;
   QDate value_, shown_;
   bool first_ = true;
+  int narrow_ = -1;
 };
 
 class TimerView : public ControlView {

@@ -194,6 +194,8 @@ void MainWindowView::Sync() {
   SyncMenus();
   SyncToolbar();
   SyncPanels();
+  // Hidden by its code, the main window takes its child windows with it.
+  if (placed_ && form_.Visible != isVisible()) setVisible(form_.Visible);
 }
 
 void MainWindowView::ShowWindow(bool) {

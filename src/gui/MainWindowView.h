@@ -69,6 +69,7 @@ class MainWindowView : public QMainWindow, public FormWindow {
   QtPlatform& platform_;
   Form& form_;
   bool attached_ = true;
+  bool placed_ = false;
   QMdiArea* area_ = nullptr;
   QToolBar* toolbar_ = nullptr;
   Toolbar* bar_ = nullptr;

@@ -411,4 +411,9 @@ void DrawDecoration(QPainter& painter, const QRectF& rect, int picture) {
   }
 }
 
+QIcon AppIcon() {
+  return PaintedIcon(QStringLiteral("app"),
+                     [](QPainter& p, const QRectF& r) { DrawDecoration(p, r, 1); });
+}
+
 }  // namespace kuvo

@@ -33,4 +33,7 @@ constexpr int kToolbarPictureCount = 12;
 // 2 three lottery balls, 3 a star; any other number a ball bearing it.
 void DrawDecoration(QPainter& p, const QRectF& rect, int picture);
 
+// The program's own icon, on its windows: the four-leaf clover.
+QIcon AppIcon();
+
 }  // namespace kuvo

@@ -311,6 +311,12 @@ void QtPlatform::FormUnloaded(Form& form) {
   QuitModal(form);
 }
 
+void QtPlatform::FormHidden(Form& form) {
+  dirty_ = true;
+  if (FormWindow* view = ViewOf(form)) view->Sync();
+  QuitModal(form);
+}
+
 void QtPlatform::FocusChanged(Control& control) {
   if (FormWindow* view = ViewOf(control.Parent())) {
     view->Sync();

@@ -68,6 +68,7 @@ class QtPlatform : public Platform {
   void FormShown(Form& form, bool modal) override;
   void RunModal(Form& form) override;
   void FormUnloaded(Form& form) override;
+  void FormHidden(Form& form) override;
   void FocusChanged(Control& control) override;
   void RefreshControl(Control& control) override;
 

@@ -143,6 +143,17 @@ TEST_F(MainWindowTest, MenuEntryRunsItsHandlerThroughTheProgram) {
   EXPECT_TRUE(run.platform.fatals.isEmpty());
 }
 
+TEST_F(MainWindowTest, HiddenByItsCodeTheMainWindowGoesOutOfSight) {
+  RunningProgram run(folder.Path());
+  run.program.Start();
+  MainWindowView* main = run.platform.MainWindow();
+  ASSERT_NE(main, nullptr);
+  run.platform.Run([&] { run.program.Win<MDIKuvo>().Hide(); });
+  EXPECT_FALSE(main->isVisible());
+  run.platform.Run([&] { run.program.Win<MDIKuvo>().Show(); });
+  EXPECT_TRUE(main->isVisible());
+}
+
 TEST(FirstStartTest, CompilesThroughTheProgressWindowAndLeavesThePanelsEmpty) {
   AppFolder folder;
   folder.AddHistory(QStringLiteral("20240304"), {23, 7, 41, 2, 36}, 4);
