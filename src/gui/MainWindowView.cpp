@@ -202,7 +202,8 @@ void MainWindowView::ShowWindow(bool) {
   if (!attached_) return;
   // The main window takes the whole screen: the child windows place
   // themselves by the screen's size.
-  if (!isVisible()) {
+  if (!placed_) {
+    placed_ = true;
     if (QScreen* screen = QGuiApplication::primaryScreen())
       setGeometry(screen->availableGeometry());
     else
