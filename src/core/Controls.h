@@ -73,6 +73,13 @@ class Control {
   void SetFocus();
   // Pushes the control's state to the screen at once.
   void Refresh();
+  // Sets position and size at once, in twips.
+  void Move(int left, int top, int width, int height) {
+    Left = left;
+    Top = top;
+    Width = width;
+    Height = height;
+  }
   // True when a user could act on it: loaded, shown, enabled, up the containers.
   bool Reachable() const;
 

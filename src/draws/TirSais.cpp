@@ -16,16 +16,9 @@ const QString kFree = QStringLiteral("?");
 constexpr int kKey = 540;
 constexpr int kKeysAcross = 10;
 
-void Place(Control& c, int left, int top, int width, int height) {
-  c.Left = left;
-  c.Top = top;
-  c.Width = width;
-  c.Height = height;
-}
-
 void SetLabel(Label& label, const char* caption, int left, int top, int width, int height = 255) {
   label.Caption = QString::fromUtf8(caption);
-  Place(label, left, top, width, height);
+  label.Move(left, top, width, height);
 }
 
 }  // namespace
@@ -62,11 +55,11 @@ TirSaisUi::TirSaisUi(TirSais& f)
   SetLabel(Label15, "Numéros de 1 à 5", left, 120, 5400);
   Label15.FontBold = true;
   Toolbar1.MakeKeypad(50);
-  Place(Toolbar1, left, 420, kKeysAcross * kKey, 5 * kKey);
+  Toolbar1.Move(left, 420, kKeysAcross * kKey, 5 * kKey);
   SetLabel(Label14, "Numéro de la chance", left, 3300, 5400);
   Label14.FontBold = true;
   Toolbar2.MakeKeypad(10);
-  Place(Toolbar2, left, 3600, kKeysAcross * kKey, kKey);
+  Toolbar2.Move(left, 3600, kKeysAcross * kKey, kKey);
 
   // The steps to follow and the calendar on the right.
   constexpr int right = 6000;
@@ -83,7 +76,7 @@ TirSaisUi::TirSaisUi(TirSais& f)
     step->FontBold = true;
     step->ForeColor = Colours::Red;
   }
-  Place(Calendar1, right, 1440, 4440, 2700);
+  Calendar1.Move(right, 1440, 4440, 2700);
 
   // The slots of the entry under the keypads.
   constexpr int slotsTop = 4800;
@@ -111,11 +104,11 @@ TirSaisUi::TirSaisUi(TirSais& f)
   constexpr int buttonsTop = 5700;
   MiseJour.Caption = QString::fromUtf8("&Mise à Jour");
   MiseJour.Enabled = false;
-  Place(MiseJour, left, buttonsTop, 2400, 480);
+  MiseJour.Move(left, buttonsTop, 2400, 480);
   EffaceNumeros.Caption = QString::fromUtf8("&Effacer ces numéros");
-  Place(EffaceNumeros, left + 2640, buttonsTop, 2760, 480);
+  EffaceNumeros.Move(left + 2640, buttonsTop, 2760, 480);
   Quitter.Caption = QStringLiteral("<<  &Retour");
-  Place(Quitter, right + 2040, buttonsTop, 2400, 480);
+  Quitter.Move(right + 2040, buttonsTop, 2400, 480);
 
   Toolbar1.ButtonClick = [&f](ToolbarButton& b) { f.Toolbar1_ButtonClick(b); };
   Toolbar2.ButtonClick = [&f](ToolbarButton& b) { f.Toolbar2_ButtonClick(b); };

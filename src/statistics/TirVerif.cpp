@@ -8,15 +8,6 @@ namespace kuvo {
 
 namespace {
 
-// A field's value as the grid and the report take it: the number or the text
-// as it stands.
-void Place(Control& c, int left, int top, int width, int height) {
-  c.Left = left;
-  c.Top = top;
-  c.Width = width;
-  c.Height = height;
-}
-
 const QString kBlanks5 = QStringLiteral("     ");
 
 }  // namespace
@@ -51,61 +42,61 @@ TirVerifUi::TirVerifUi(TirVerif& f)
 
   // The three steps of the instructions.
   Label12.Caption = QStringLiteral("1");
-  Place(Label12, 240, 240, 300, 255);
+  Label12.Move(240, 240, 300, 255);
   Label11.Caption = QStringLiteral("Sélectionnez le nombre   ( 2 à 5 )");
-  Place(Label11, 600, 240, 4440, 255);
+  Label11.Move(600, 240, 4440, 255);
   Label10.Caption = QStringLiteral("2");
-  Place(Label10, 240, 540, 300, 255);
+  Label10.Move(240, 540, 300, 255);
   Label14.Caption = QStringLiteral("puis le mode de classement ...");
-  Place(Label14, 600, 540, 4440, 255);
+  Label14.Move(600, 540, 4440, 255);
   Label4.Caption = QStringLiteral("3");
-  Place(Label4, 240, 840, 300, 255);
+  Label4.Move(240, 840, 300, 255);
   Label3.Caption = QStringLiteral("... et cliquez sur Recherche");
-  Place(Label3, 600, 840, 4440, 255);
+  Label3.Move(600, 840, 4440, 255);
 
   // Group size, sort column and direction.
   Label2.Caption = QStringLiteral("Nombre de numéros");
-  Place(Label2, 240, 1380, 1800, 255);
-  Place(Text2, 2160, 1320, 615, 315);
+  Label2.Move(240, 1380, 1800, 255);
+  Text2.Move(2160, 1320, 615, 315);
   Label1.Caption = QStringLiteral("Classement par");
-  Place(Label1, 240, 1800, 1800, 255);
-  Place(Combo1, 2160, 1740, 1575, 315);
+  Label1.Move(240, 1800, 1800, 255);
+  Combo1.Move(2160, 1740, 1575, 315);
   Combo1.Style = 2;
   Option1.Caption = QStringLiteral("Croisant");
   Option1.Value = true;
-  Place(Option1, 3960, 1320, 1335, 255);
+  Option1.Move(3960, 1320, 1335, 255);
   Option2.Caption = QStringLiteral("Decroissant");
-  Place(Option2, 3960, 1680, 1335, 255);
+  Option2.Move(3960, 1680, 1335, 255);
 
   // Buttons on the right; each stop button stands in place of what it stops.
   ChercheSorties.Caption = QStringLiteral("&Recherche");
-  Place(ChercheSorties, 5520, 1260, 1575, 420);
+  ChercheSorties.Move(5520, 1260, 1575, 420);
   ArretRecherche.Caption = QStringLiteral("Arrêter la recherche ");
-  Place(ArretRecherche, 5520, 1260, 1575, 420);
+  ArretRecherche.Move(5520, 1260, 1575, 420);
   ArretRecherche.Visible = false;
   Imprimer.Caption = QStringLiteral("&Imprimer");
-  Place(Imprimer, 5520, 2400, 1575, 420);
+  Imprimer.Move(5520, 2400, 1575, 420);
   Imprimer.Enabled = false;
   ArretImpression.Caption = QStringLiteral("Arrêter l'impression");
-  Place(ArretImpression, 5520, 2940, 1575, 420);
+  ArretImpression.Move(5520, 2940, 1575, 420);
   ArretImpression.Visible = false;
   Quitter.Caption = QStringLiteral("<<  &Retour");
-  Place(Quitter, 5520, 6060, 1575, 420);
+  Quitter.Move(5520, 6060, 1575, 420);
 
   // The two values of the last search.
   Label5.Caption = QStringLiteral("Combinaisons possibles");
-  Place(Label5, 240, 2400, 2040, 255);
-  Place(Label7, 2400, 2400, 1335, 255);
+  Label5.Move(240, 2400, 2040, 255);
+  Label7.Move(2400, 2400, 1335, 255);
   Label6.Caption = QStringLiteral("Réussites");
-  Place(Label6, 240, 2760, 2040, 255);
-  Place(Label8, 2400, 2760, 1335, 255);
+  Label6.Move(240, 2760, 2040, 255);
+  Label8.Move(2400, 2760, 1335, 255);
 
   // The ranking and the progress of its listing.
-  Place(Grille, 240, 3240, 2640, 3240);
+  Grille.Move(240, 3240, 2640, 3240);
   Grille.FixedRows = 1;
   Grille.FixedCols = 0;
   Grille.Visible = false;
-  Place(Gauge1, 3120, 3240, 2160, 255);
+  Gauge1.Move(3120, 3240, 2160, 255);
 
   Text2.KeyPress = [&f](Int16& k) { f.Text2_KeyPress(k); };
   Combo1.Change = [&f] { f.Combo1_Change(); };

@@ -12,6 +12,23 @@
 
 namespace kuvo::test {
 
+// One value read from a store file by a connection of its own.
+inline QString QueryFile(const QString& path, const QString& sql) {
+  sqlite3* db = nullptr;
+  QString result;
+  if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK) {
+    sqlite3_stmt* stmt = nullptr;
+    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &stmt, nullptr) == SQLITE_OK &&
+        sqlite3_step(stmt) == SQLITE_ROW) {
+      const unsigned char* t = sqlite3_column_text(stmt, 0);
+      result = t ? QString::fromUtf8(reinterpret_cast<const char*>(t)) : QString();
+    }
+    sqlite3_finalize(stmt);
+  }
+  sqlite3_close(db);
+  return result;
+}
+
 // A program on the scripted platform in a fresh application folder.
 struct TestApp {
   QTemporaryDir dir;
@@ -23,23 +40,11 @@ struct TestApp {
   ScriptedPlatform& platform() { return runner.platform(); }
   QString StorePath() const { return dir.filePath(QStringLiteral("Kuvo.Mdb")); }
 
-  // One value read from the store file by a connection of its own.
+  // One value read from the store file by a connection of its own, after
+  // what the program wrote has been committed.
   QString Query(const QString& sql) {
     if (program().M().BaseDonnees) program().M().BaseDonnees->CommitPending();
-    sqlite3* db = nullptr;
-    QString result;
-    if (sqlite3_open_v2(StorePath().toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) ==
-        SQLITE_OK) {
-      sqlite3_stmt* stmt = nullptr;
-      if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &stmt, nullptr) == SQLITE_OK &&
-          sqlite3_step(stmt) == SQLITE_ROW) {
-        const unsigned char* t = sqlite3_column_text(stmt, 0);
-        result = t ? QString::fromUtf8(reinterpret_cast<const char*>(t)) : QString();
-      }
-      sqlite3_finalize(stmt);
-    }
-    sqlite3_close(db);
-    return result;
+    return QueryFile(StorePath(), sql);
   }
 };
 

@@ -5,27 +5,13 @@
 #include <QTemporaryDir>
 
 #include "ScriptRunner.h"
+#include "TestSupport.h"
 #include "core/Controls.h"
 
 namespace kuvo {
 namespace {
 
-// One value read from a store file by a connection of its own.
-QString QueryFile(const QString& path, const QString& sql) {
-  sqlite3* db = nullptr;
-  QString result;
-  if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK) {
-    sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &stmt, nullptr) == SQLITE_OK &&
-        sqlite3_step(stmt) == SQLITE_ROW) {
-      const unsigned char* t = sqlite3_column_text(stmt, 0);
-      result = t ? QString::fromUtf8(reinterpret_cast<const char*>(t)) : QString();
-    }
-    sqlite3_finalize(stmt);
-  }
-  sqlite3_close(db);
-  return result;
-}
+using test::QueryFile;
 
 TEST(TirSais, RefusedChanceNumberEndsTheProgramAndWritesNothing) {
   QTemporaryDir dir;
