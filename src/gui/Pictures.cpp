@@ -411,6 +411,32 @@ void DrawDecoration(QPainter& painter, const QRectF& rect, int picture) {
   }
 }
 
+void DrawAnimationCell(QPainter& painter, const QRectF& rect, int cell) {
+  Design d(painter, rect);
+  QPainter& p = d.p;
+  Ball(p, QPointF(16, 16), 14, QColor(250, 200, 40));
+  // The ball's number turns with it; the light stays where it is.
+  p.save();
+  p.translate(16, 16);
+  p.rotate(cell * 60.0);
+  p.setPen(Qt::NoPen);
+  p.setBrush(QColor(255, 255, 255, 230));
+  p.drawEllipse(QPointF(0, -5), 6.5, 6.5);
+  QFont f;
+  f.setBold(true);
+  f.setPixelSize(9);
+  p.setFont(f);
+  p.setPen(QColor(170, 20, 20));
+  p.drawText(QRectF(-6.5, -11.5, 13, 13), Qt::AlignCenter, QStringLiteral("49"));
+  p.restore();
+  QRadialGradient shine(QPointF(11, 10), 9);
+  shine.setColorAt(0, QColor(255, 255, 255, 120));
+  shine.setColorAt(1, QColor(255, 255, 255, 0));
+  p.setPen(Qt::NoPen);
+  p.setBrush(shine);
+  p.drawEllipse(QPointF(16, 16), 14, 14);
+}
+
 QIcon AppIcon() {
   return PaintedIcon(QStringLiteral("app"),
                      [](QPainter& p, const QRectF& r) { DrawDecoration(p, r, 1); });

@@ -33,6 +33,10 @@ constexpr int kToolbarPictureCount = 12;
 // 2 three lottery balls, 3 a star; any other number a ball bearing it.
 void DrawDecoration(QPainter& p, const QRectF& rect, int picture);
 
+// The cells of a picture that shows an animation: a lottery ball rolling, a
+// sixth of a turn from one cell to the next.
+void DrawAnimationCell(QPainter& p, const QRectF& rect, int cell);
+
 // The program's own icon, on its windows: the four-leaf clover.
 QIcon AppIcon();
 
