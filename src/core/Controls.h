@@ -224,7 +224,7 @@ class PictureBox : public Control {
  public:
   PictureBox(Form& f, QString name, int index = -1)
       : Control(f, ControlKind::PictureBox, name, index) {}
-  int Picture = 0;  // the picture shown: a cell or image number, 0 for none
+  int Picture = -1;  // the cell of the picture shown, from 0; -1 for none
   unsigned BackColor = Colours::ButtonFace;
   // Retained drawing, for pictures used as drawing areas.
   std::vector<DrawnBox> Drawing;

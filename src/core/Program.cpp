@@ -107,6 +107,7 @@ void Program::RunEvent(const std::function<void()>& handler) {
   if (ended_) throw ProgramEnd{};
   try {
     handler();
+    CommitStore();
   } catch (const VbError& e) {
     try {
       CommitStore();
@@ -116,7 +117,6 @@ void Program::RunEvent(const std::function<void()>& handler) {
     platform_.ReportFatal(e.Number(), e.Description());
     End();
   }
-  CommitStore();
 }
 
 void Program::End() {

@@ -628,7 +628,7 @@ class PictureWidget : public QFrame {
     const QRect inner = contentsRect();
     p.setClipRect(inner);
     if (pic_->BackColor != Colours::ButtonFace) p.fillRect(inner, Colour(pic_->BackColor));
-    if (pic_->Picture) DrawAnimationCell(p, QRectF(inner), pic_->Picture);
+    if (pic_->Picture >= 0) DrawAnimationCell(p, QRectF(inner), pic_->Picture);
     const double pxPerUnit = PictureTwipsPerUnit(*pic_) / kTwipsPerPixel;
     p.translate(inner.topLeft());
     for (const DrawnBox& b : pic_->Drawing) {

@@ -4,6 +4,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPrinter>
+#include <algorithm>
 
 #include "core/Errors.h"
 
@@ -11,7 +12,8 @@ namespace kuvo {
 
 namespace {
 constexpr int kPrinterError = 482;
-}
+constexpr double kLinesPerPage = 66;
+}  // namespace
 
 QtPrinter::QtPrinter(QPrinter& printer) : printer_(printer) {}
 
@@ -19,26 +21,30 @@ QtPrinter::~QtPrinter() {
   if (painter_) painter_->end();
 }
 
-QFont QtPrinter::PrintFont() const {
-  // Courier New when the machine has it, else the system's fixed-pitch face,
-  // else any fixed-pitch face the machine has.
-  QString family = QStringLiteral("Courier New");
-  if (!QFontDatabase::hasFamily(family)) {
-    family = QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
-    if (!QFontDatabase::hasFamily(family) || !QFontDatabase::isFixedPitch(family)) {
-      QStringList candidates = {QStringLiteral("DejaVu Sans Mono"),
-                                QStringLiteral("Liberation Mono"),
-                                QStringLiteral("Nimbus Mono PS")};
-      candidates += QFontDatabase::families();
-      for (const QString& f : candidates)
-        if (QFontDatabase::hasFamily(f) && QFontDatabase::isFixedPitch(f) &&
-            !QFontDatabase::isPrivateFamily(f)) {
-          family = f;
-          break;
-        }
+QString QtPrinter::Family() const {
+  // Courier New when the machine has it, else a face with Courier's metrics,
+  // else any fixed-pitch face. Looked up once: it costs more than a line.
+  if (!family_.isEmpty()) return family_;
+  QStringList candidates = {QStringLiteral("Courier New"),
+                            QStringLiteral("Courier"),
+                            QStringLiteral("Nimbus Mono PS"),
+                            QStringLiteral("Liberation Mono"),
+                            QStringLiteral("DejaVu Sans Mono"),
+                            QFontDatabase::systemFont(QFontDatabase::FixedFont).family()};
+  candidates += QFontDatabase::families();
+  for (const QString& f : candidates) {
+    if (QFontDatabase::hasFamily(f) && QFontDatabase::isFixedPitch(f) &&
+        !QFontDatabase::isPrivateFamily(f)) {
+      family_ = f;
+      return family_;
     }
   }
-  QFont f(family);
+  family_ = QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+  return family_;
+}
+
+QFont QtPrinter::PrintFont() const {
+  QFont f(Family());
   f.setStyleHint(QFont::TypeWriter);
   f.setFixedPitch(true);
   f.setPointSizeF(fontSize_ > 0 ? fontSize_ : 10);
@@ -60,14 +66,17 @@ void QtPrinter::PrintLine(const QString& text) {
   painter_->setFont(PrintFont());
   const QFontMetricsF fm = painter_->fontMetrics();
   const double bottom = printer_.pageLayout().paintRectPixels(printer_.resolution()).height();
+  // A report page holds 66 lines (65 and the footer): lines are drawn closer
+  // when the font's own spacing would not fit them.
+  const double step = std::min(fm.lineSpacing(), bottom / kLinesPerPage);
   // A line that does not fit goes to a new page, as the platform's printer does.
-  if (y_ > 0 && y_ + fm.height() > bottom) {
+  if (y_ > 0 && y_ + step > bottom + 0.5) {
     printer_.newPage();
     ++page_;
     y_ = 0;
   }
   if (!text.isEmpty()) painter_->drawText(QPointF(0, y_ + fm.ascent()), text);
-  y_ += fm.lineSpacing();
+  y_ += step;
 }
 
 void QtPrinter::NewPage() {

@@ -39,6 +39,7 @@ class QtPrinter : public Printer {
  private:
   void Begin();
   void Finish();
+  QString Family() const;
   QPrinter& printer_;
   std::unique_ptr<QPainter> painter_;
   QString fontName_ = QStringLiteral("Arial");
@@ -46,6 +47,7 @@ class QtPrinter : public Printer {
   bool bold_ = false;
   int page_ = 1;
   double y_ = 0;
+  mutable QString family_;
 };
 
 }  // namespace kuvo
