@@ -13,10 +13,7 @@ constexpr unsigned kLinkBlue = 0xC00000;
 
 void SetLabel(Label& label, const char* caption, int left, int top, int width, int height = 255) {
   label.Caption = QString::fromUtf8(caption);
-  label.Left = left;
-  label.Top = top;
-  label.Width = width;
-  label.Height = height;
+  label.Move(left, top, width, height);
   label.Alignment = 2;
 }
 
@@ -59,10 +56,7 @@ ProposUi::ProposUi(Propos& f)
   f.Top = (f.Sys().ScreenHeight() - f.Height) / 2;
 
   // The animation on the left, the texts on the right.
-  Picture1.Left = 240;
-  Picture1.Top = 240;
-  Picture1.Width = 1680;
-  Picture1.Height = 1680;
+  Picture1.Move(240, 240, 1680, 1680);
 
   constexpr int left = 2160;
   constexpr int width = 4800;
@@ -95,10 +89,7 @@ ProposUi::ProposUi(Propos& f)
   }
 
   Ok.Caption = QStringLiteral("&Ok");
-  Ok.Left = 5520;
-  Ok.Top = 3960;
-  Ok.Width = 1440;
-  Ok.Height = 480;
+  Ok.Move(5520, 3960, 1440, 480);
 
   Timer1.Interval = 50;
 

@@ -11,19 +11,10 @@ AvanceUi::AvanceUi(Avance& f) : Label1(f, "Label1"), Gauge1(f, "Gauge1"), Image6
   f.MDIChild = false;
   f.Width = 5400;
   f.Height = 1500;
-  Image6.Left = 120;
-  Image6.Top = 180;
-  Image6.Width = 480;
-  Image6.Height = 480;
+  Image6.Move(120, 180, 480, 480);
   Image6.Picture = 1;
-  Label1.Left = 720;
-  Label1.Top = 180;
-  Label1.Width = 4440;
-  Label1.Height = 300;
-  Gauge1.Left = 720;
-  Gauge1.Top = 600;
-  Gauge1.Width = 4440;
-  Gauge1.Height = 300;
+  Label1.Move(720, 180, 4440, 300);
+  Gauge1.Move(720, 600, 4440, 300);
 }
 
 void Avance::Form_Load() {

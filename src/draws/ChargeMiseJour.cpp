@@ -75,17 +75,11 @@ ChargeMiseJourUi::ChargeMiseJourUi(ChargeMiseJour& f)
   f.Width = 9150;
   f.Height = 7350;
 
-  Image6.Left = 240;
-  Image6.Top = 240;
-  Image6.Width = 480;
-  Image6.Height = 480;
+  Image6.Move(240, 240, 480, 480);
   Image6.Picture = 1;
 
   Text1.MultiLine = true;
-  Text1.Left = 960;
-  Text1.Top = 240;
-  Text1.Width = 7815;
-  Text1.Height = 4815;
+  Text1.Move(960, 240, 7815, 4815);
 
   // A frame of four lines around the buttons.
   const int x1 = 960, x2 = 8775, y1 = 5280, y2 = 6600;
@@ -95,24 +89,15 @@ ChargeMiseJourUi::ChargeMiseJourUi(ChargeMiseJour& f)
   Line4.X1 = x1, Line4.Y1 = y1, Line4.X2 = x1, Line4.Y2 = y2;
 
   ImportFichier.Caption = QStringLiteral("Importer le fichier d'internet");
-  ImportFichier.Left = 1200;
-  ImportFichier.Top = 5520;
-  ImportFichier.Width = 3015;
-  ImportFichier.Height = 495;
+  ImportFichier.Move(1200, 5520, 3015, 495);
   ImportFichier.Click = [&f] { f.ImportFichier_Click(); };
 
   Cmd_Importation.Caption = QStringLiteral("Mise à jour de la base de données");
-  Cmd_Importation.Left = 4440;
-  Cmd_Importation.Top = 5520;
-  Cmd_Importation.Width = 3015;
-  Cmd_Importation.Height = 495;
+  Cmd_Importation.Move(4440, 5520, 3015, 495);
   Cmd_Importation.Click = [&f] { f.Cmd_Importation_Click(); };
 
   Quitter.Caption = QStringLiteral("<< Retour");
-  Quitter.Left = 7680;
-  Quitter.Top = 5520;
-  Quitter.Width = 975;
-  Quitter.Height = 495;
+  Quitter.Move(7680, 5520, 975, 495);
   Quitter.Click = [&f] { f.Quitter_Click(); };
 }
 
