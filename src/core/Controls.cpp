@@ -110,6 +110,12 @@ QString ListControl::Item(int index) const {
   return List[index];
 }
 
+void ListControl::UserPick(int index) {
+  const int before = listIndex_;
+  SetListIndex(index);
+  if (before == index && listIndex_ == index && Click) Click();
+}
+
 void ListControl::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Text"), PropValue::Text(Text));
   sink(QStringLiteral("ListCount"), PropValue::Int(List.size()));
@@ -132,9 +138,22 @@ void OptionButton::SetValue(bool value) {
   if (!was && Click) Click();
 }
 
+void OptionButton::UserClick() {
+  for (Control* c : Parent().Controls())
+    if (c != this && c->Kind() == ControlKind::OptionButton && c->Container == Container)
+      static_cast<OptionButton*>(c)->Value = false;
+  Value = true;
+  if (Click) Click();
+}
+
 void OptionButton::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Caption"), PropValue::Text(Caption));
   sink(QStringLiteral("Value"), PropValue::Bool(Value));
+}
+
+void CheckBox::UserClick() {
+  Value = Value ? 0 : 1;
+  if (Click) Click();
 }
 
 void CheckBox::DescribeOwn(const PropertySink& sink) const {
@@ -246,6 +265,12 @@ void Grid::SetFormatString(const QString& format) {
 void Grid::Clear() {
   for (QString& s : cells_) s.clear();
   ++revision_;
+}
+
+void Grid::UserClick(int row, int col) {
+  if (row >= 0 && row < rows_) Row = row;
+  if (col >= 0 && col < cols_) Col = col;
+  if (Click) Click();
 }
 
 void Grid::DescribeOwn(const PropertySink& sink) const {
@@ -381,6 +406,11 @@ void Calendar::SetYear(int year) {
   d = QDate(year, shown_.month(), std::min(shown_.day(), d.daysInMonth()));
   shown_ = d;
   if (value_.isValid()) value_ = d;
+}
+
+void Calendar::UserPick(const QDate& day) {
+  SetValue(day);
+  if (Click) Click();
 }
 
 void Calendar::DescribeOwn(const PropertySink& sink) const {

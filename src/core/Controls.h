@@ -156,6 +156,9 @@ class ListControl : public Control {
   void SetListIndex(int index);
   // The item's text, or "" for the current pick -1.
   QString Item(int index) const;
+  // A pick by the user: ListIndex and Text follow, then Click, even when the
+  // item was already the one chosen.
+  void UserPick(int index);
 
   QStringList List;
   QString Text;
@@ -188,6 +191,9 @@ class OptionButton : public Control {
   // Sets the value; setting it to true clears the other options of the same
   // container and raises Click, as the platform does.
   void SetValue(bool value);
+  // A click by the user: the option goes on, the others of its container off,
+  // then Click, even when it was already on.
+  void UserClick();
 
  protected:
   void DescribeOwn(const PropertySink& sink) const override;
@@ -199,6 +205,8 @@ class CheckBox : public Control {
       : Control(f, ControlKind::CheckBox, name, index) {}
   QString Caption;
   int Value = 0;  // 0 unchecked, 1 checked
+  // A click by the user: the box turns over, then Click.
+  void UserClick();
 
  protected:
   void DescribeOwn(const PropertySink& sink) const override;
@@ -281,6 +289,8 @@ class Grid : public Control {
   void Clear();
   // Raised by every change, so that a view can tell what to redraw.
   int Revision() const { return revision_; }
+  // A click by the user on a cell: Row and Col go there, then Click.
+  void UserClick(int row, int col);
   // The row of the last change, for a view that follows a growing list.
   int LastRowWritten() const { return lastRow_; }
 
@@ -390,6 +400,8 @@ class Calendar : public Control {
   void SetDay(int day);
   void SetMonth(int month);
   void SetYear(int year);
+  // A day picked by the user: it becomes the value, then Click.
+  void UserPick(const QDate& day);
   // The month on show.
   QDate Shown() const { return shown_; }
 

@@ -411,14 +411,6 @@ class TextBoxView : public ControlView {
   bool syncing_ = false;
 };
 
-// Picks an item as the user does: ListIndex and Text follow, then Click, even
-// when the item was already the one chosen.
-void PickItem(ListControl& list, int index) {
-  const int before = list.ListIndex();
-  list.SetListIndex(index);
-  if (before == index && list.ListIndex() == index && list.Click) list.Click();
-}
-
 class ComboView : public ControlView {
  public:
   ComboView(FormView& v, ComboBox& c) : ControlView(v, c), c_(c), w_(new QComboBox(&v)) {
@@ -426,7 +418,7 @@ class ComboView : public ControlView {
     w_->setInsertPolicy(QComboBox::NoInsert);
     QObject::connect(w_, &QComboBox::activated, Guard(), [this](int index) {
       if (index < 0 || index >= c_.ListCount()) return;
-      Raise([this, index] { PickItem(c_, index); });
+      Raise([this, index] { c_.UserPick(index); });
     });
     v.Watch(w_, this);
     SetEditable(c_.Style != 2);
@@ -478,14 +470,14 @@ class ListView : public ControlView {
     QObject::connect(w_, &QListWidget::currentRowChanged, Guard(), [this](int row) {
       if (row < 0 || row >= c_.ListCount()) return;
       picked_ = true;
-      Raise([this, row] { PickItem(c_, row); });
+      Raise([this, row] { c_.UserPick(row); });
     });
     QObject::connect(w_, &QListWidget::itemClicked, Guard(), [this](QListWidgetItem* item) {
       const bool picked = picked_;
       picked_ = false;
       if (picked) return;  // the press already picked it
       const int row = w_->row(item);
-      if (row >= 0 && row < c_.ListCount()) Raise([this, row] { PickItem(c_, row); });
+      if (row >= 0 && row < c_.ListCount()) Raise([this, row] { c_.UserPick(row); });
     });
     QObject::connect(w_, &QListWidget::itemDoubleClicked, Guard(), [this] {
       if (c_.DblClick) Raise([this] { c_.DblClick(); });
@@ -532,16 +524,8 @@ class OptionView : public ControlView {
  public:
   OptionView(FormView& v, OptionButton& c) : ControlView(v, c), c_(c), w_(new QRadioButton(&v)) {
     w_->setAutoExclusive(false);
-    QObject::connect(w_, &QRadioButton::clicked, Guard(), [this] {
-      Raise([this] {
-        // The state is the logic's: the other options of the container go off.
-        for (Control* other : c_.Parent().Controls())
-          if (other->Kind() == ControlKind::OptionButton && other->Container == c_.Container)
-            static_cast<OptionButton*>(other)->Value = false;
-        c_.Value = true;
-        if (c_.Click) c_.Click();
-      });
-    });
+    QObject::connect(w_, &QRadioButton::clicked, Guard(),
+                     [this] { Raise([this] { c_.UserClick(); }); });
     v.Watch(w_, this);
   }
   QWidget* Widget() const override { return w_; }
@@ -565,12 +549,8 @@ class CheckView : public ControlView {
  public:
   CheckView(FormView& v, CheckBox& c) : ControlView(v, c), c_(c), w_(new QCheckBox(&v)) {
     w_->setTristate(false);
-    QObject::connect(w_, &QCheckBox::clicked, Guard(), [this] {
-      Raise([this] {
-        c_.Value = c_.Value ? 0 : 1;
-        if (c_.Click) c_.Click();
-      });
-    });
+    QObject::connect(w_, &QCheckBox::clicked, Guard(),
+                     [this] { Raise([this] { c_.UserClick(); }); });
     v.Watch(w_, this);
   }
   QWidget* Widget() const override { return w_; }
@@ -882,11 +862,10 @@ class GridView : public ControlView {
     QObject::connect(w_, &QTableView::clicked, Guard(), [this](const QModelIndex& index) {
       const int row = index.row() + model_->HeadRows(), col = index.column();
       Raise([this, row, col] {
-        if (row < c_.Rows()) c_.Row = row;
-        if (col < c_.Cols()) c_.Col = col;
-        row_ = c_.Row;
-        col_ = c_.Col;
-        if (c_.Click) c_.Click();
+        // The view's own record of the cell follows before the handler runs.
+        row_ = row < c_.Rows() ? row : c_.Row;
+        col_ = col < c_.Cols() ? col : c_.Col;
+        c_.UserClick(row, col);
       });
     });
     QObject::connect(w_, &QTableView::doubleClicked, Guard(), [this] {
@@ -1129,12 +1108,8 @@ class CalendarView : public ControlView {
     // Day and month names follow the program's regional settings.
     w_->setLocale(Regional());
     plain_ = w_->palette();
-    QObject::connect(w_, &QCalendarWidget::clicked, Guard(), [this](QDate day) {
-      Raise([this, day] {
-        c_.SetValue(day);
-        if (c_.Click) c_.Click();
-      });
-    });
+    QObject::connect(w_, &QCalendarWidget::clicked, Guard(),
+                     [this](QDate day) { Raise([this, day] { c_.UserPick(day); }); });
     v.Watch(w_, this);
   }
   QWidget* Widget() const override { return w_; }

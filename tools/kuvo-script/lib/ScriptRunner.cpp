@@ -426,10 +426,7 @@ void ScriptRunner::UserCommand(const Line& line) {
         if (!hasArg) throw ScriptError(line.number, QStringLiteral("click a calendar needs a day"));
         const QDate day = ParseIsoDate(arg, line.number);
         auto* cal = static_cast<Calendar*>(c);
-        program_->RunEvent([cal, day] {
-          cal->SetValue(day);
-          if (cal->Click) cal->Click();
-        });
+        program_->RunEvent([cal, day] { cal->UserPick(day); });
         return;
       }
       case ControlKind::Grid: {
@@ -437,10 +434,7 @@ void ScriptRunner::UserCommand(const Line& line) {
         const int row = hasArg ? ParseInt(arg, line.number) : grid->Row;
         if (row < 0 || row >= grid->Rows())
           throw ScriptError(line.number, QStringLiteral("no row %1").arg(row));
-        program_->RunEvent([grid, row] {
-          grid->Row = row;
-          if (grid->Click) grid->Click();
-        });
+        program_->RunEvent([grid, row] { grid->UserClick(row, grid->Col); });
         return;
       }
       case ControlKind::ComboBox:
@@ -454,30 +448,17 @@ void ScriptRunner::UserCommand(const Line& line) {
           index = static_cast<int>(list->List.indexOf(arg));
         if (index < 0 || index >= list->ListCount())
           throw ScriptError(line.number, QStringLiteral("no item %1").arg(arg));
-        program_->RunEvent([list, index] {
-          list->SetListIndex(index);
-          // A pick of the item already chosen is a click all the same.
-          if (list->ListIndex() == index && list->Click) list->Click();
-        });
+        program_->RunEvent([list, index] { list->UserPick(index); });
         return;
       }
       case ControlKind::OptionButton: {
         auto* option = static_cast<OptionButton*>(c);
-        program_->RunEvent([option] {
-          for (Control* other : option->Parent().Controls())
-            if (other->Kind() == ControlKind::OptionButton && other->Container == option->Container)
-              static_cast<OptionButton*>(other)->Value = false;
-          option->Value = true;
-          if (option->Click) option->Click();
-        });
+        program_->RunEvent([option] { option->UserClick(); });
         return;
       }
       case ControlKind::CheckBox: {
         auto* box = static_cast<CheckBox*>(c);
-        program_->RunEvent([box] {
-          box->Value = box->Value ? 0 : 1;
-          if (box->Click) box->Click();
-        });
+        program_->RunEvent([box] { box->UserClick(); });
         return;
       }
       default:
