@@ -22,6 +22,7 @@
 #include "core/Store.h"
 #include "core/Texts.h"
 #include "gui/QtPlatform.h"
+#include "windows/Windows.h"
 
 using namespace kuvo;
 
@@ -186,7 +187,7 @@ int main(int argc, char** argv) {
     compile.RunText(QStringLiteral("start\n"));
   }
   QtPlatform platform(dir.path());
-  Program program(platform);
+  Program program(platform, AllWindows());
   platform.Attach(program);
   QElapsedTimer t;
   t.start();

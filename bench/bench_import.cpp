@@ -15,6 +15,7 @@
 #include "core/Store.h"
 #include "core/Texts.h"
 #include "draws/ChargeMiseJour.h"
+#include "windows/Windows.h"
 
 namespace kuvo {
 namespace {
@@ -85,7 +86,7 @@ void TimeImport(const char* title, const QByteArray& history) {
   }
 
   TimedPlatform platform(dir.path());
-  Program program(platform);
+  Program program(platform, AllWindows());
   try {
     program.Start();  // compiles the demonstration history: not timed
     sqlite3_trace_v2(program.M().BaseDonnees->Handle(), SQLITE_TRACE_STMT, &Trace, &platform);

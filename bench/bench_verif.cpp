@@ -28,6 +28,7 @@
 #include "core/Store.h"
 #include "core/Texts.h"
 #include "statistics/TirVerif.h"
+#include "windows/Windows.h"
 
 #ifdef KUVO_BENCH_GUI
 #include <QAbstractButton>
@@ -113,7 +114,7 @@ bool EndedOnRow(TirVerif& w, long k, long rows) {
 
 int RunScripted(const QString& folder, bool fresh) {
   ScriptedPlatform sys(folder);
-  Program app(sys);
+  Program app(sys, AllWindows());
   QElapsedTimer clock;
   clock.start();
   app.Start();
@@ -153,7 +154,7 @@ int RunScripted(const QString& folder, bool fresh) {
 int RunGui(const QString& folder, bool fresh) {
   QApplication::setQuitOnLastWindowClosed(false);
   QtPlatform sys(folder);
-  Program app(sys);
+  Program app(sys, AllWindows());
   sys.Attach(app);
   QElapsedTimer clock;
   clock.start();

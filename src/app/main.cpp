@@ -5,6 +5,7 @@
 #include "core/Texts.h"
 #include "gui/Pictures.h"
 #include "gui/QtPlatform.h"
+#include "windows/Windows.h"
 
 int main(int argc, char* argv[]) {
   QApplication app(argc, argv);
@@ -16,7 +17,7 @@ int main(int argc, char* argv[]) {
   kuvo::SetRegional(QLocale::system());
 
   kuvo::QtPlatform platform;
-  kuvo::Program program(platform);
+  kuvo::Program program(platform, kuvo::AllWindows());
   platform.Attach(program);
   try {
     program.Start();

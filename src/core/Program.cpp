@@ -1,54 +1,17 @@
 #include "core/Program.h"
 
-#include "about/Propos.h"
 #include "core/Avance.h"
 #include "core/Form.h"
 #include "core/MDIKuvo.h"
 #include "core/Module1.h"
 #include "core/Platform.h"
 #include "core/TextFiles.h"
-#include "draws/ChargeMiseJour.h"
-#include "draws/TirSais.h"
-#include "statistics/TirVerif.h"
 
 namespace kuvo {
 
-namespace {
-
-using Factory = std::unique_ptr<Form> (*)(Program&);
-
-template <class W>
-std::unique_ptr<Form> Make(Program& p) {
-  return std::make_unique<W>(p);
-}
-
-struct WindowType {
-  const char* name;
-  Factory make;  // null for a window this build does not have
-};
-
-// Every window of the program; the main window first.
-const WindowType kWindows[] = {
-    {"MDIKuvo", &Make<MDIKuvo>},
-    {"Avance", &Make<Avance>},
-    {"AleaBase", nullptr},
-    {"AleaOrdi", nullptr},
-    {"NumerosAffines", nullptr},
-    {"NumPref", nullptr},
-    {"TirBase", nullptr},
-    {"TirGrou", nullptr},
-    {"TirModi", nullptr},
-    {"TirSais", &Make<TirSais>},
-    {"TirSup", nullptr},
-    {"TirVerif", &Make<TirVerif>},
-    {"ChargeMiseJour", &Make<ChargeMiseJour>},
-    {"Propos", &Make<Propos>},
-};
-
-}  // namespace
-
-Program::Program(Platform& platform)
+Program::Program(Platform& platform, const WindowMakers& windows)
     : platform_(platform),
+      windows_(windows),
       module1_(std::make_unique<Module1>(*this)),
       files_(std::make_unique<TextFiles>()) {}
 
@@ -58,7 +21,7 @@ Program::~Program() {
 }
 
 std::unique_ptr<Form> Program::Create(const QString& name) {
-  for (const WindowType& w : kWindows)
+  for (const WindowMaker& w : windows_)
     if (name == QLatin1String(w.name) && w.make) return w.make(*this);
   Raise(Err::ObjectNotSet);
 }
@@ -67,7 +30,7 @@ Form* Program::FormByName(const QString& name, bool create) {
   for (auto& [type, form] : forms_)
     if (form->Name() == name) return form.get();
   if (!create) return nullptr;
-  for (const WindowType& w : kWindows) {
+  for (const WindowMaker& w : windows_) {
     if (name != QLatin1String(w.name) || !w.make) continue;
     std::unique_ptr<Form> form = w.make(*this);
     Form* raw = form.get();
@@ -79,15 +42,15 @@ Form* Program::FormByName(const QString& name, bool create) {
 
 std::vector<Form*> Program::ExistingForms() const {
   std::vector<Form*> out;
-  for (const WindowType& w : kWindows)
+  for (const WindowMaker& w : windows_)
     for (auto& [type, form] : forms_)
       if (form->Name() == QLatin1String(w.name)) out.push_back(form.get());
   return out;
 }
 
-QStringList Program::FormNames() {
+QStringList Program::FormNames() const {
   QStringList names;
-  for (const WindowType& w : kWindows) names << QLatin1String(w.name);
+  for (const WindowMaker& w : windows_) names << QLatin1String(w.name);
   return names;
 }
 

@@ -12,9 +12,18 @@
 namespace kuvo {
 
 class Form;
+class Program;
 class Platform;
 class Module1;
 class TextFiles;
+
+// How a window is made, by its name; `make` is null for a window this build
+// does not have.
+struct WindowMaker {
+  const char* name;
+  std::unique_ptr<Form> (*make)(Program&);
+};
+using WindowMakers = std::vector<WindowMaker>;
 
 // Thrown to unwind everything when the program ends; nothing but the outermost
 // caller catches it.
@@ -25,7 +34,8 @@ struct ProgramEnd {};
 // test builds a fresh program.
 class Program {
  public:
-  explicit Program(Platform& platform);
+  // `windows` lists every window of the program, the main window first.
+  Program(Platform& platform, const WindowMakers& windows);
   ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
@@ -46,7 +56,7 @@ class Program {
   // The windows created so far.
   std::vector<Form*> ExistingForms() const;
   // The names of all windows the program has.
-  static QStringList FormNames();
+  QStringList FormNames() const;
 
   // Starts the program: the main window loads and shows.
   void Start();
@@ -62,6 +72,7 @@ class Program {
   void CommitStore();
 
   Platform& platform_;
+  const WindowMakers& windows_;
   std::unique_ptr<Module1> module1_;
   std::unique_ptr<TextFiles> files_;
   std::map<std::type_index, std::unique_ptr<Form>> forms_;

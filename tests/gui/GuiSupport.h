@@ -6,6 +6,7 @@
 #include "core/Program.h"
 #include "core/Store.h"
 #include "gui/QtPlatform.h"
+#include "windows/Windows.h"
 
 namespace kuvo::testing {
 
@@ -65,7 +66,8 @@ class AppFolder {
 
 // A program running on the test platform in a folder.
 struct RunningProgram {
-  explicit RunningProgram(const QString& folder) : platform(folder), program(platform) {
+  explicit RunningProgram(const QString& folder)
+      : platform(folder), program(platform, AllWindows()) {
     platform.Attach(program);
   }
   TestPlatform platform;

@@ -6,6 +6,7 @@
 #include "about/Propos.h"
 #include "core/MDIKuvo.h"
 #include "core/Program.h"
+#include "windows/Windows.h"
 
 namespace kuvo {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 struct ProposFixture : ::testing::Test {
   QTemporaryDir dir;
   ScriptedPlatform platform{dir.path()};
-  Program program{platform};
+  Program program{platform, AllWindows()};
   Propos& propos = program.Win<Propos>();
 };
 

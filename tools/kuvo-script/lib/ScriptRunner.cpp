@@ -14,6 +14,7 @@
 #include "core/Program.h"
 #include "core/Store.h"
 #include "core/Texts.h"
+#include "windows/Windows.h"
 
 namespace kuvo {
 
@@ -97,7 +98,7 @@ ScriptRunner::ScriptRunner(QString folder, QString scriptDir)
       if (!RunNext()) throw ScriptEnd{};
     }
   };
-  program_ = std::make_unique<Program>(*platform_);
+  program_ = std::make_unique<Program>(*platform_, AllWindows());
   SetRegional(QLocale(QStringLiteral("fr_FR")));
 }
 
@@ -323,7 +324,7 @@ ScriptRunner::Target ScriptRunner::Resolve(const Line& line, const QString& addr
   if (!m.hasMatch()) throw ScriptError(line.number, QStringLiteral("bad name %1").arg(address));
   Target t;
   t.formName = m.captured(1);
-  if (!Program::FormNames().contains(t.formName))
+  if (!program_->FormNames().contains(t.formName))
     throw ScriptError(line.number, QStringLiteral("no window %1").arg(t.formName));
   if (needControl && m.captured(2).isEmpty())
     throw ScriptError(line.number, QStringLiteral("%1 names no control").arg(address));
@@ -564,7 +565,7 @@ void ScriptRunner::GetCommand(const Line& line) {
   if (owner == QLatin1String("Module1")) {
     program_->M().Describe(sink);
   } else {
-    if (!Program::FormNames().contains(owner))
+    if (!program_->FormNames().contains(owner))
       throw ScriptError(line.number, QStringLiteral("no window %1").arg(owner));
     Form* form = program_->FormByName(owner, true);
     if (form) form->Describe(sink);
@@ -588,7 +589,7 @@ void ScriptRunner::DumpCommand(const Line& line) {
   if (what == QLatin1String("Module1")) {
     program_->M().Describe(sink);
   } else {
-    if (!Program::FormNames().contains(what))
+    if (!program_->FormNames().contains(what))
       throw ScriptError(line.number, QStringLiteral("no window %1").arg(what));
     Form* form = program_->FormByName(what, true);
     if (!form) {
