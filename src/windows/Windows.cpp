@@ -5,6 +5,7 @@
 #include "core/MDIKuvo.h"
 #include "draws/ChargeMiseJour.h"
 #include "draws/TirSais.h"
+#include "favourites/NumPref.h"
 #include "statistics/TirVerif.h"
 
 namespace kuvo {
@@ -26,7 +27,7 @@ const WindowMakers& AllWindows() {
       {"AleaBase", nullptr},
       {"AleaOrdi", nullptr},
       {"NumerosAffines", nullptr},
-      {"NumPref", nullptr},
+      {"NumPref", &Make<NumPref>},
       {"TirBase", nullptr},
       {"TirGrou", nullptr},
       {"TirModi", nullptr},
