@@ -6,6 +6,7 @@
 #include "draws/ChargeMiseJour.h"
 #include "draws/TirSais.h"
 #include "favourites/NumPref.h"
+#include "proposals/AleaOrdi.h"
 #include "statistics/TirVerif.h"
 
 namespace kuvo {
@@ -25,7 +26,7 @@ const WindowMakers& AllWindows() {
       {"MDIKuvo", &Make<MDIKuvo>},
       {"Avance", &Make<Avance>},
       {"AleaBase", nullptr},
-      {"AleaOrdi", nullptr},
+      {"AleaOrdi", &Make<AleaOrdi>},
       {"NumerosAffines", nullptr},
       {"NumPref", &Make<NumPref>},
       {"TirBase", nullptr},
