@@ -134,11 +134,47 @@ QString DateSeparator() {
   return QStringLiteral("/");
 }
 
+// The month a regional month name stands for (full or short, any case, a
+// trailing point allowed); 0 for none.
+int MonthOfName(QString name) {
+  if (name.endsWith(QLatin1Char('.'))) name.chop(1);
+  if (name.isEmpty()) return 0;
+  const QLocale& locale = Regional();
+  for (int m = 1; m <= 12; ++m) {
+    for (QLocale::FormatType type : {QLocale::LongFormat, QLocale::ShortFormat}) {
+      for (QString known : {locale.monthName(m, type), locale.standaloneMonthName(m, type)}) {
+        if (known.endsWith(QLatin1Char('.'))) known.chop(1);
+        if (known.compare(name, Qt::CaseInsensitive) == 0) return m;
+      }
+    }
+  }
+  return 0;
+}
+
+// Day, month name and year, as "04 mars 2000" reads.
+bool ParseDateWithMonthName(const QString& text, QDate* out) {
+  static const QRegularExpression pattern(
+      QStringLiteral("^([0-9]{1,2})[\\s./-]*([^\\s0-9./-][^\\s0-9]*)[\\s./-]*([0-9]{1,4})$"));
+  const QRegularExpressionMatch match = pattern.match(text.trimmed());
+  if (!match.hasMatch()) return false;
+  const int month = MonthOfName(match.captured(2));
+  if (month == 0) return false;
+  int y = match.captured(3).toInt();
+  if (match.captured(3).size() <= 2)
+    y += y < 30 ? 2000 : 1900;
+  else if (y < 100)
+    return false;
+  const QDate date(y, month, match.captured(1).toInt());
+  if (!date.isValid()) return false;
+  *out = date;
+  return true;
+}
+
 bool ParseDate(const QString& text, QDate* out) {
   static const QRegularExpression pattern(
       QStringLiteral("^([0-9]{1,4})\\s*[-./ ]\\s*([0-9]{1,4})\\s*[-./ ]\\s*([0-9]{1,4})$"));
   const QRegularExpressionMatch match = pattern.match(text.trimmed());
-  if (!match.hasMatch()) return false;
+  if (!match.hasMatch()) return ParseDateWithMonthName(text, out);
   const QString parts[3] = {match.captured(1), match.captured(2), match.captured(3)};
   int day = 0, month = 0;
   QString year;
