@@ -334,22 +334,6 @@ TEST_F(TextsTest, DateFromTextReadsBackShortDate) {
   EXPECT_EQ(DateFromText(QStringLiteral("3/4/2000")), QDate(2000, 3, 4));
 }
 
-TEST_F(TextsTest, DateFromTextReadsTheMonthsName) {
-  EXPECT_EQ(DateFromText(QStringLiteral("04 mars 2000")), QDate(2000, 3, 4));
-  EXPECT_EQ(DateFromText(QStringLiteral("1 Février 2024")), QDate(2024, 2, 1));
-  EXPECT_EQ(DateFromText(QStringLiteral("31 déc. 99")), QDate(1999, 12, 31));
-  EXPECT_EQ(DateFromText(QStringLiteral("15 août 2003")), QDate(2003, 8, 15));
-  for (int m = 1; m <= 12; ++m) {
-    const QDate date(2024, m, 28);
-    EXPECT_EQ(DateFromText(FormatDate(date, QStringLiteral("dd mmmm yyyy"))), date);
-  }
-  for (const char* text : {"04 mars", "31 février 2000", "04 marsx 2000", "mars 04 2000"})
-    EXPECT_FALSE(IsDateText(QString::fromUtf8(text))) << text;
-  SetRegional(kEnglish);
-  EXPECT_EQ(DateFromText(QStringLiteral("04 March 2000")), QDate(2000, 3, 4));
-  EXPECT_FALSE(IsDateText(QStringLiteral("04 mars 2000")));
-}
-
 TEST_F(TextsTest, DateFromTextRejectsBadText) {
   for (const char* text : {"31/02/2000", "?", "", "abc", "04/13/2000", "00/03/2000", "04/03",
                            "04/03/2000/1", "4/3/2000x", "29/02/2001"}) {
