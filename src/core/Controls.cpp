@@ -288,8 +288,13 @@ void Grid::RemoveItem(int row) {
 }
 
 void Grid::UserClick(int row, int col) {
-  if (row >= 0 && row < rows_) Row = row;
-  if (col >= 0 && col < cols_) Col = col;
+  // A fixed row or column is a heading: the click reaches the program, the
+  // current cell stays where it was.
+  const bool onCell = row >= 0 && row < rows_ && col >= 0 && col < cols_;
+  if (onCell && row >= FixedRows && col >= FixedCols) {
+    Row = row;
+    Col = col;
+  }
   if (Click) Click();
 }
 

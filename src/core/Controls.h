@@ -293,7 +293,8 @@ class Grid : public Control {
   void RemoveItem(int row);
   // Raised by every change, so that a view can tell what to redraw.
   int Revision() const { return revision_; }
-  // A click by the user on a cell: Row and Col go there, then Click.
+  // A click by the user on a cell: Row and Col go there, then Click. A click
+  // on a fixed row or column raises Click and moves neither.
   void UserClick(int row, int col);
   // The row of the last change, for a view that follows a growing list.
   int LastRowWritten() const { return lastRow_; }

@@ -112,16 +112,22 @@ GridView::GridView(FormView& v, Grid& c)
   QHeaderView* cols = w_->horizontalHeader();
   cols->setSectionResizeMode(QHeaderView::Interactive);
   cols->setMinimumSectionSize(0);
-  cols->setSectionsClickable(false);
+  cols->setSectionsClickable(true);
   cols->setHighlightSections(false);
   QObject::connect(w_, &QTableView::clicked, Guard(), [this](const QModelIndex& index) {
     const int row = index.row() + model_->HeadRows(), col = index.column();
     Raise([this, row, col] {
-      // The view's own record of the cell follows before the handler runs.
-      row_ = row < c_.Rows() ? row : c_.Row;
-      col_ = col < c_.Cols() ? col : c_.Col;
+      // The view's own record of the cell follows before the handler runs;
+      // a fixed cell leaves the current cell, so the view goes back to it.
+      const bool fixed = row < c_.FixedRows || col < c_.FixedCols;
+      row_ = fixed ? -1 : row < c_.Rows() ? row : c_.Row;
+      col_ = fixed ? -1 : col < c_.Cols() ? col : c_.Col;
       c_.UserClick(row, col);
     });
+  });
+  // The heading row is the table's header: a click there is a click on row 0.
+  QObject::connect(cols, &QHeaderView::sectionClicked, Guard(), [this](int col) {
+    if (model_->HeadRows() > 0) Raise([this, col] { c_.UserClick(0, col); });
   });
   QObject::connect(w_, &QTableView::doubleClicked, Guard(), [this] {
     if (c_.DblClick) Raise([this] { c_.DblClick(); });

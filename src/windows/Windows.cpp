@@ -4,7 +4,9 @@
 #include "core/Avance.h"
 #include "core/MDIKuvo.h"
 #include "draws/ChargeMiseJour.h"
+#include "draws/TirModi.h"
 #include "draws/TirSais.h"
+#include "draws/TirSup.h"
 #include "favourites/NumPref.h"
 #include "proposals/AleaOrdi.h"
 #include "statistics/TirVerif.h"
@@ -31,9 +33,9 @@ const WindowMakers& AllWindows() {
       {"NumPref", &Make<NumPref>},
       {"TirBase", nullptr},
       {"TirGrou", nullptr},
-      {"TirModi", nullptr},
+      {"TirModi", &Make<TirModi>},
       {"TirSais", &Make<TirSais>},
-      {"TirSup", nullptr},
+      {"TirSup", &Make<TirSup>},
       {"TirVerif", &Make<TirVerif>},
       {"ChargeMiseJour", &Make<ChargeMiseJour>},
       {"Propos", &Make<Propos>},

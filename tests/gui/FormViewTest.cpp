@@ -428,6 +428,51 @@ TEST_F(FormViewTest, GridFollowsRowsAddedOneByOneInALongLoop) {
   EXPECT_EQ(table->model()->rowCount(), 1);
 }
 
+void MouseClick(QWidget* w, QPoint at) {
+  QMouseEvent press(QEvent::MouseButtonPress, QPointF(at), w->mapToGlobal(QPointF(at)),
+                    Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(w, &press);
+  QMouseEvent release(QEvent::MouseButtonRelease, QPointF(at), w->mapToGlobal(QPointF(at)),
+                      Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(w, &release);
+}
+
+TEST_F(FormViewTest, GridHeadingsClickWithoutMovingTheCurrentCell) {
+  FormView* view = Show();
+  SampleUi& ui = sample->ui();
+  Grid& g = ui.Grille;
+  g.SetRows(4);
+  for (int r = 1; r < 4; ++r) g.SetTextMatrix(r, 1, QString::number(r * 10));
+  run->platform.SyncAll();
+  auto* table = Widget<QTableView>(view, g);
+  ASSERT_NE(table, nullptr);
+  QWidget* cells = table->viewport();
+
+  MouseClick(cells, table->visualRect(table->model()->index(1, 2)).center());
+  run->platform.SyncAll();
+  EXPECT_EQ(g.Row, 2);
+  EXPECT_EQ(g.Col, 2);
+  EXPECT_EQ(table->currentIndex(), table->model()->index(1, 2));
+
+  // The fixed column: a click, and the view goes back to the current cell.
+  MouseClick(cells, table->visualRect(table->model()->index(2, 0)).center());
+  run->platform.SyncAll();
+  EXPECT_EQ(g.Row, 2);
+  EXPECT_EQ(g.Col, 2);
+  EXPECT_EQ(table->currentIndex(), table->model()->index(1, 2));
+
+  // The heading row.
+  QHeaderView* head = table->horizontalHeader();
+  MouseClick(head->viewport(), QPoint(head->sectionViewportPosition(1) + 5, head->height() / 2));
+  run->platform.SyncAll();
+  EXPECT_EQ(g.Row, 2);
+  EXPECT_EQ(g.Col, 2);
+  EXPECT_EQ(table->currentIndex(), table->model()->index(1, 2));
+  EXPECT_EQ(sample->events,
+            QStringList({QStringLiteral("Grille_Click:2"), QStringLiteral("Grille_Click:2"),
+                         QStringLiteral("Grille_Click:2")}));
+}
+
 TEST_F(FormViewTest, GridOfThirtyThousandRowsHasNoWidgetPerCell) {
   FormView* view = Show();
   SampleUi& ui = sample->ui();

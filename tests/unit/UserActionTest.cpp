@@ -83,6 +83,28 @@ TEST_F(UserActionTest, AGridClickMovesToTheCellThenClicks) {
   EXPECT_EQ(panel.clicks, QStringList{"Grille"});
 }
 
+TEST_F(UserActionTest, AClickOnAHeadingClicksAndLeavesTheCurrentCell) {
+  ui().Grille.SetCols(4);
+  ui().Grille.UserClick(3, 2);
+  ui().Grille.UserClick(0, 1);  // the fixed row
+  EXPECT_EQ(ui().Grille.Row, 3);
+  EXPECT_EQ(ui().Grille.Col, 2);
+  ui().Grille.UserClick(2, 0);  // the fixed column
+  EXPECT_EQ(ui().Grille.Row, 3);
+  EXPECT_EQ(ui().Grille.Col, 2);
+  ui().Grille.UserClick(0, 0);  // the corner
+  EXPECT_EQ(ui().Grille.Row, 3);
+  EXPECT_EQ(ui().Grille.Col, 2);
+  EXPECT_EQ(panel.clicks, (QStringList{"Grille", "Grille", "Grille", "Grille"}));
+}
+
+TEST_F(UserActionTest, WithoutFixedColumnsTheFirstColumnIsACell) {
+  ui().Grille.FixedCols = 0;
+  ui().Grille.UserClick(2, 0);
+  EXPECT_EQ(ui().Grille.Row, 2);
+  EXPECT_EQ(ui().Grille.Col, 0);
+}
+
 TEST_F(UserActionTest, ADayPickedBecomesTheValueThenClicks) {
   ui().Calendar1.UserPick(QDate(2024, 3, 4));
   EXPECT_EQ(ui().Calendar1.Value(), QDate(2024, 3, 4));

@@ -459,7 +459,10 @@ void ScriptRunner::UserCommand(const Line& line) {
         const int row = hasArg ? ParseInt(arg, line.number) : grid->Row;
         if (row < 0 || row >= grid->Rows())
           throw ScriptError(line.number, QStringLiteral("no row %1").arg(row));
-        program_->RunEvent([grid, row] { grid->UserClick(row, grid->Col); });
+        // The click lands in the current column; a row under the fixed rows
+        // is a click on the heading.
+        const int col = std::max(grid->Col, std::min(grid->FixedCols, grid->Cols() - 1));
+        program_->RunEvent([grid, row, col] { grid->UserClick(row, col); });
         return;
       }
       case ControlKind::ComboBox:
