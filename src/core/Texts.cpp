@@ -134,7 +134,52 @@ QString DateSeparator() {
   return QStringLiteral("/");
 }
 
+// The month named by `word` in the regional language, full or short, with or
+// without the short form's dot ("mars", "Févr", "févr."); 0 when none.
+int MonthFromName(const QString& word) {
+  QString w = word;
+  if (w.endsWith(QLatin1Char('.'))) w.chop(1);
+  if (w.isEmpty()) return 0;
+  for (int m = 1; m <= 12; ++m) {
+    for (QLocale::FormatType form : {QLocale::LongFormat, QLocale::ShortFormat}) {
+      QString name = Regional().monthName(m, form);
+      if (name.endsWith(QLatin1Char('.'))) name.chop(1);
+      if (QString::compare(name, w, Qt::CaseInsensitive) == 0) return m;
+    }
+  }
+  return 0;
+}
+
+// A year of two digits falls in 1930..2029; one of three or four is taken as
+// it stands, from 100 on.
+bool FullYear(const QString& year, int* out) {
+  int y = year.toInt();
+  if (year.size() <= 2) {
+    y += y < 30 ? 2000 : 1900;
+  } else if (y < 100) {
+    return false;
+  }
+  *out = y;
+  return true;
+}
+
+// A date with the month's name: "04 mars 2000", "4 mars 00".
+bool ParseNamedDate(const QString& text, QDate* out) {
+  static const QRegularExpression pattern(QStringLiteral(
+      "^([0-9]{1,2})\\s*[-./ ]?\\s*([^\\s0-9./-][^\\s0-9/-]*)\\s*[-./ ]?\\s*([0-9]{1,4})$"));
+  const QRegularExpressionMatch match = pattern.match(text.trimmed());
+  if (!match.hasMatch()) return false;
+  const int month = MonthFromName(match.captured(2));
+  int year = 0;
+  if (month == 0 || !FullYear(match.captured(3), &year)) return false;
+  const QDate date(year, month, match.captured(1).toInt());
+  if (!date.isValid()) return false;
+  *out = date;
+  return true;
+}
+
 bool ParseDate(const QString& text, QDate* out) {
+  if (ParseNamedDate(text, out)) return true;
   static const QRegularExpression pattern(
       QStringLiteral("^([0-9]{1,4})\\s*[-./ ]\\s*([0-9]{1,4})\\s*[-./ ]\\s*([0-9]{1,4})$"));
   const QRegularExpressionMatch match = pattern.match(text.trimmed());
@@ -159,12 +204,8 @@ bool ParseDate(const QString& text, QDate* out) {
       }
     }
   }
-  int y = year.toInt();
-  if (year.size() <= 2) {
-    y += y < 30 ? 2000 : 1900;
-  } else if (y < 100) {
-    return false;
-  }
+  int y = 0;
+  if (!FullYear(year, &y)) return false;
   const QDate date(y, month, day);
   if (!date.isValid()) return false;
   *out = date;

@@ -39,7 +39,8 @@ QString FormatDate(const QDate& date, const QString& mask);
 
 // The platform's short date text (regional short format, four-digit year:
 // "04/03/2000" in French) and its reading back. DateFromText also takes the
-// day/month/year text of the import ("04/03/2000", "4/3/2000") and ISO text;
+// day/month/year text of the import ("04/03/2000", "4/3/2000"), ISO text, and
+// the day with the month's regional name ("04 mars 2000", "4 févr. 00");
 // a text it cannot read raises error 13.
 QString ShortDate(const QDate& date);
 QDate DateFromText(const QString& text);

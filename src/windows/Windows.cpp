@@ -5,6 +5,8 @@
 #include "core/MDIKuvo.h"
 #include "draws/ChargeMiseJour.h"
 #include "draws/TirSais.h"
+#include "statistics/NumerosAffines.h"
+#include "statistics/TirGrou.h"
 #include "statistics/TirVerif.h"
 
 namespace kuvo {
@@ -25,10 +27,10 @@ const WindowMakers& AllWindows() {
       {"Avance", &Make<Avance>},
       {"AleaBase", nullptr},
       {"AleaOrdi", nullptr},
-      {"NumerosAffines", nullptr},
+      {"NumerosAffines", &Make<NumerosAffines>},
       {"NumPref", nullptr},
       {"TirBase", nullptr},
-      {"TirGrou", nullptr},
+      {"TirGrou", &Make<TirGrou>},
       {"TirModi", nullptr},
       {"TirSais", &Make<TirSais>},
       {"TirSup", nullptr},
