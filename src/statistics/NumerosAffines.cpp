@@ -20,8 +20,8 @@ void SetLabel(Label& label, const char* caption, int left, int top, int width, i
 }
 
 // A column of the current draw read as a 16-bit integer.
-Int16 ColumnInt16(Recordset& rs, const char* column) {
-  const Value v = rs.Fields(QLatin1String(column)).GetValue();
+Int16 ColumnInt16(const Field& column) {
+  const Value v = column.GetValue();
   if (v.isNull()) Raise(Err::InvalidUseOfNull);
   if (v.typeId() == QMetaType::QString) return CInt(CDbl(v.toString()));
   return CInt(v.toDouble());
@@ -193,9 +193,12 @@ void NumerosAffines::Recherche_Click() {
   }
 
   Recordset& rs = *m.RsSorties;
+  // The columns are looked up once; each reads the current draw.
+  std::vector<Field> columns;
+  for (const char* column : kColumns) columns.push_back(rs.Fields(QLatin1String(column)));
   rs.MoveFirst();
   while (!rs.Eof()) {
-    for (int p = 1; p <= 6; ++p) TirageLu[p] = ColumnInt16(rs, kColumns[p - 1]);
+    for (int p = 1; p <= 6; ++p) TirageLu[p] = ColumnInt16(columns[static_cast<size_t>(p - 1)]);
     CompteTirage();
     rs.MoveNext();
   }

@@ -246,12 +246,16 @@ void TirGrou::ChercheSortieGroupe(const QString& Groupe, Int16& TailleGroupe, In
   Recordset& rs = *M().RsSorties;
   const bool listing = M().ModeGroupe == 1;
   TirGrouUi& u = ui();
+  // The columns are looked up once; each reads the current draw.
+  std::vector<Field> columns;
+  for (const char* column : kColumns) columns.push_back(rs.Fields(QLatin1String(column)));
+  const Field date = rs.Fields(QStringLiteral("DateTirage"));
   rs.MoveFirst();
   while (!rs.Eof()) {
     // "03,12,45,46,49,07,": the five numbers and the chance number, two digits each.
     QString tirage;
-    for (const char* column : kColumns) {
-      QString t = ValueText(rs.Fields(QLatin1String(column)).GetValue()).trimmed();
+    for (const Field& column : columns) {
+      QString t = ValueText(column.GetValue()).trimmed();
       if (t.size() == 1) t.prepend(QLatin1Char('0'));
       tirage += t + QLatin1Char(',');
     }
@@ -264,8 +268,7 @@ void TirGrou::ChercheSortieGroupe(const QString& Groupe, Int16& TailleGroupe, In
       NbTrouves = Add16(NbTrouves, 1);
       if (listing) {
         u.Picture2.Visible = true;
-        u.Liste.AddItem(FormatDate(rs.Fields(QStringLiteral("DateTirage")).GetValue().toDate(),
-                                   QStringLiteral("dd mmmm yyyy")));
+        u.Liste.AddItem(FormatDate(date.GetValue().toDate(), QStringLiteral("dd mmmm yyyy")));
       }
     }
     rs.MoveNext();
