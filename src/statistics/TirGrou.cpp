@@ -69,7 +69,7 @@ TirGrouUi::TirGrouUi(TirGrou& f)
     step->FontBold = true;
     step->ForeColor = Colours::Red;
   }
-  Image6.Move(left + 4860, 120, 480, 480);
+  Image6.Move(4800, 150, 480, 480);
   Image6.Container = &Picture1;
   Image6.Picture = 2;
 
