@@ -117,6 +117,15 @@ void ListControl::UserPick(int index) {
   if (before == index && listIndex_ == index && Click) Click();
 }
 
+void ListControl::UserPress(int index, Int16 button, Int16 shift, double x, double y) {
+  Form& form = Parent();
+  const int generation = form.Generation();
+  if (index >= 0) SetListIndex(index);
+  // Click may have unloaded the window, and this control with it.
+  if (!form.Loaded() || form.Generation() != generation) return;
+  if (MouseDown) MouseDown(button, shift, x, y);
+}
+
 void ListControl::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Text"), PropValue::Text(Text));
   sink(QStringLiteral("ListCount"), PropValue::Int(List.size()));

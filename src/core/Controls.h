@@ -159,6 +159,9 @@ class ListControl : public Control {
   // A pick by the user: ListIndex and Text follow, then Click, even when the
   // item was already the one chosen.
   void UserPick(int index);
+  // A mouse press by the user on item `index` (-1 for none, below the items):
+  // the pick moves there first, with Click when it changed, then MouseDown.
+  void UserPress(int index, Int16 button, Int16 shift, double x, double y);
 
   QStringList List;
   QString Text;

@@ -9,8 +9,6 @@
 
 namespace kuvo {
 
-namespace {
-
 Int16 ButtonCode(Qt::MouseButtons b) {
   Int16 code = 0;
   if (b & Qt::LeftButton) code |= 1;
@@ -26,8 +24,6 @@ Int16 ShiftCode(Qt::KeyboardModifiers m) {
   if (m & Qt::AltModifier) code |= 4;
   return code;
 }
-
-}  // namespace
 
 QColor Colour(unsigned bgr) { return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF); }
 

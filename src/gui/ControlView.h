@@ -84,6 +84,11 @@ class NullView : public ControlView {
   void SyncOwn() override {}
 };
 
+// The mouse buttons and the Shift, Ctrl and Alt keys as the mouse events give
+// them: 1, 2, 4 for left, right, middle; 1, 2, 4 for Shift, Ctrl, Alt.
+Int16 ButtonCode(Qt::MouseButtons b);
+Int16 ShiftCode(Qt::KeyboardModifiers m);
+
 // Colours are kept blue-green-red.
 QColor Colour(unsigned bgr);
 // The background of a control: the system's face colour stands for the

@@ -9,6 +9,8 @@
 #include "draws/TirSup.h"
 #include "favourites/NumPref.h"
 #include "proposals/AleaOrdi.h"
+#include "statistics/NumerosAffines.h"
+#include "statistics/TirGrou.h"
 #include "statistics/TirVerif.h"
 
 namespace kuvo {
@@ -29,10 +31,10 @@ const WindowMakers& AllWindows() {
       {"Avance", &Make<Avance>},
       {"AleaBase", nullptr},
       {"AleaOrdi", &Make<AleaOrdi>},
-      {"NumerosAffines", nullptr},
+      {"NumerosAffines", &Make<NumerosAffines>},
       {"NumPref", &Make<NumPref>},
       {"TirBase", nullptr},
-      {"TirGrou", nullptr},
+      {"TirGrou", &Make<TirGrou>},
       {"TirModi", &Make<TirModi>},
       {"TirSais", &Make<TirSais>},
       {"TirSup", &Make<TirSup>},
