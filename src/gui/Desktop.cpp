@@ -92,7 +92,7 @@ bool InstallQtTranslations(QCoreApplication& app, const QLocale& locale) {
 
 QString ShippedStore(const QString& programFolder) {
   const QDir dir(programFolder);
-  for (const QString& path : {dir.filePath(QStringLiteral("../share/kuvo/Kuvo.Mdb")),
+  for (const QString& path : {dir.filePath(QStringLiteral(KUVO_SHARE_FROM_BIN "/Kuvo.Mdb")),
                               dir.filePath(QStringLiteral("../store/Kuvo.Mdb"))})
     if (QFileInfo(path).isFile()) return QDir::cleanPath(path);
   return {};

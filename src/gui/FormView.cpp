@@ -7,6 +7,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScreen>
+#include <QScrollBar>
 #include <algorithm>
 #include <cmath>
 
@@ -184,11 +185,17 @@ QRect FormView::Room() const {
   // The work area of the main window maximised on the screen: the screen less
   // the main window's title, menu, tool and status bars. The window manager
   // may not have maximised it yet, so the bars are measured, not the area.
-  const int title = main->isVisible() ? main->frameGeometry().height() - main->height() : 0;
-  const int bars = main->height() - area->contentsRect().height();
-  const int sides = main->width() - area->contentsRect().width();
-  return QRect(0, 0, desk.width() - std::max(0, sides),
-               desk.height() - std::max(0, bars) - (title > 0 ? title : kFrameHeight));
+  const QRect outer = main->frameGeometry();
+  const bool framed = main->isVisible() && outer.height() > main->height();
+  // The area's inside, without the scroll bars a larger window may have shown.
+  QSize inside = area->viewport()->size();
+  if (area->verticalScrollBar()->isVisible()) inside.rwidth() += area->verticalScrollBar()->width();
+  if (area->horizontalScrollBar()->isVisible())
+    inside.rheight() += area->horizontalScrollBar()->height();
+  const int bars = (framed ? outer.height() : main->height() + kFrameHeight) - inside.height();
+  const int sides = (framed ? outer.width() : main->width() + kFrameWidth) - inside.width();
+  // A pixel each way is kept for the rounding of scaled screens.
+  return QRect(0, 0, desk.width() - std::max(0, sides) - 1, desk.height() - std::max(0, bars) - 1);
 }
 
 void FormView::ApplyGeometry() {
@@ -200,6 +207,9 @@ void FormView::ApplyGeometry() {
   if (width > room.width() && width > 0) zoom = std::min(zoom, room.width() / width);
   if (height > room.height() && height > 0) zoom = std::min(zoom, room.height() / height);
   zoom = std::max(0.5, std::floor(zoom * 1000) / 1000);
+  while (zoom > 0.5 &&
+         (Px(form_.Width, zoom) > room.width() || Px(form_.Height, zoom) > room.height()))
+    zoom -= 0.001;
   if (zoom != zoom_) {
     zoom_ = zoom;
     setFont(FormFont(form_, zoom_));
