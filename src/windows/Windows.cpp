@@ -5,6 +5,8 @@
 #include "core/MDIKuvo.h"
 #include "draws/ChargeMiseJour.h"
 #include "draws/TirSais.h"
+#include "favourites/NumPref.h"
+#include "proposals/AleaOrdi.h"
 #include "statistics/TirVerif.h"
 
 namespace kuvo {
@@ -24,9 +26,9 @@ const WindowMakers& AllWindows() {
       {"MDIKuvo", &Make<MDIKuvo>},
       {"Avance", &Make<Avance>},
       {"AleaBase", nullptr},
-      {"AleaOrdi", nullptr},
+      {"AleaOrdi", &Make<AleaOrdi>},
       {"NumerosAffines", nullptr},
-      {"NumPref", nullptr},
+      {"NumPref", &Make<NumPref>},
       {"TirBase", nullptr},
       {"TirGrou", nullptr},
       {"TirModi", nullptr},
