@@ -159,6 +159,14 @@ class DesktopWindows : public ::testing::Test {
   QLocale saved_;
 };
 
+TEST_F(DesktopWindows, MainWindowIsMaximisedByTheWindowManager) {
+  Start();
+  QWidget* main = run->platform.MainWidget();
+  ASSERT_NE(main, nullptr);
+  EXPECT_TRUE(main->isVisible());
+  EXPECT_TRUE(main->windowState() & Qt::WindowMaximized);
+}
+
 TEST_F(DesktopWindows, TabLeavesTheMultiLineTextBox) {
   Start();
   auto& import = run->program.Win<ChargeMiseJour>();
