@@ -75,8 +75,12 @@ QRect ControlView::DesignRect() const {
 QPointF ControlView::Units(QObject* watched, QPointF pos) const {
   if (auto* w = qobject_cast<QWidget*>(watched); w && w != Widget() && Widget())
     pos = w->mapTo(Widget(), pos.toPoint());
-  return pos * kTwipsPerPixel;
+  return pos * TwipsPerPx();
 }
+
+int ControlView::Px(double twips) const { return kuvo::Px(twips, view_.Zoom()); }
+
+double ControlView::TwipsPerPx() const { return TwipsPerPixel() / view_.Zoom(); }
 
 bool ControlView::Raise(const std::function<void()>& handler) {
   return guard_ && view_.Raise(handler);

@@ -57,6 +57,9 @@ class ControlView {
   virtual bool ClickFromMouse() const { return false; }
   // Context of the widget's signal connections: gone once the view detaches.
   QObject* Guard() const { return guard_.get(); }
+  // Twips to pixels at the window's zoom, and the twips in one pixel.
+  int Px(double twips) const;
+  double TwipsPerPx() const;
   // Runs a handler of the control as a user event; false when the window went.
   bool Raise(const std::function<void()>& handler);
   // Routes the mouse, key and focus events of a widget to OnEvent.

@@ -40,7 +40,7 @@ void PictureWidget::paintEvent(QPaintEvent* e) {
   p.setClipRect(inner);
   if (pic_->BackColor != Colours::ButtonFace) p.fillRect(inner, Colour(pic_->BackColor));
   if (pic_->Picture >= 0) DrawAnimationCell(p, QRectF(inner), pic_->Picture);
-  const double pxPerUnit = PictureTwipsPerUnit(*pic_) / kTwipsPerPixel;
+  const double pxPerUnit = PictureTwipsPerUnit(*pic_) / twipsPerPx;
   p.translate(inner.topLeft());
   for (const DrawnBox& b : pic_->Drawing) {
     const QRectF r(QPointF(std::min(b.x1, b.x2) * pxPerUnit, std::min(b.y1, b.y2) * pxPerUnit),
@@ -64,11 +64,14 @@ void PictureView::Detach() {
 
 QPointF PictureView::Units(QObject*, QPointF pos) const {
   const QPointF inner = pos - QPointF(w_->contentsRect().topLeft());
-  return inner * kTwipsPerPixel / PictureTwipsPerUnit(c_);
+  return inner * TwipsPerPx() / PictureTwipsPerUnit(c_);
 }
 
 void PictureView::SyncOwn() {
-  if (first_ || c_.Revision != revision_ || c_.Picture != picture_ || c_.BackColor != back_) {
+  const double twipsPerPx = TwipsPerPx();
+  if (first_ || c_.Revision != revision_ || c_.Picture != picture_ || c_.BackColor != back_ ||
+      twipsPerPx != w_->twipsPerPx) {
+    w_->twipsPerPx = twipsPerPx;
     revision_ = c_.Revision;
     picture_ = c_.Picture;
     back_ = c_.BackColor;

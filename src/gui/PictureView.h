@@ -20,6 +20,8 @@ class PictureWidget : public QFrame {
   PictureWidget(QWidget* parent, const PictureBox* pic);
   // The control is going: nothing more is read from it.
   void Release() { pic_ = nullptr; }
+  // Twips in one pixel of this picture, zoom included.
+  double twipsPerPx = 15;
 
  protected:
   void paintEvent(QPaintEvent* e) override;
