@@ -5,6 +5,7 @@
 #include "core/MDIKuvo.h"
 #include "draws/ChargeMiseJour.h"
 #include "draws/TirSais.h"
+#include "proposals/AleaBase.h"
 #include "statistics/TirVerif.h"
 
 namespace kuvo {
@@ -23,7 +24,7 @@ const WindowMakers& AllWindows() {
   static const WindowMakers windows = {
       {"MDIKuvo", &Make<MDIKuvo>},
       {"Avance", &Make<Avance>},
-      {"AleaBase", nullptr},
+      {"AleaBase", &Make<AleaBase>},
       {"AleaOrdi", nullptr},
       {"NumerosAffines", nullptr},
       {"NumPref", nullptr},
