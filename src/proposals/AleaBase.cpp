@@ -201,17 +201,11 @@ void AleaBase::Form_Load() {
   ui().Combo1.Text = dateText();
   ui().Label6.Caption = ui().Combo1.Text;
 
-  // One entry per draw, oldest first; the dates are kept beside their texts.
-  DatesListe.clear();
-  QStringList dates;
+  // One entry per draw, oldest first.
   while (!sorties.Eof()) {
-    const QDate date = sorties.Fields(QStringLiteral("DateTirage")).GetValue().toDate();
-    const QString text = FormatDate(date, kMasqueDate);
-    DatesListe.insert(text, date);
-    dates << text;
+    ui().Combo1.AddItem(dateText());
     sorties.MoveNext();
   }
-  for (const QString& text : dates) ui().Combo1.AddItem(text);
 
   sorties.MoveLast();
   ui().Label9.Caption = dateText();
@@ -222,9 +216,8 @@ void AleaBase::Form_Load() {
 }
 
 void AleaBase::OuvrePeriode() {
-  const QString text = ui().Label6.Caption;
-  const auto known = DatesListe.constFind(text);
-  const QDate date = known != DatesListe.constEnd() ? known.value() : DateFromText(text);
+  // The start date is read back from the text shown in Label6.
+  const QDate date = DateFromText(ui().Label6.Caption);
   RsPeriode = M().BaseDonnees->OpenRecordset(
       QStringLiteral("select * from Sorties where DateTirage >= ") + QLatin1Char('#') +
       FormatDate(date, QStringLiteral("mm dd yy")) + QLatin1Char('#'));
@@ -331,13 +324,15 @@ Int32 AleaBase::CompteSorties() {
   return TotalTirages;
 }
 
-void AleaBase::AjouteNumero(double Numero) {
+void AleaBase::AjouteNumero(QString& ListeNumeros, double Numero) {
   QString t = Str(Numero).trimmed();
   if (t.size() == 1) t.prepend(QLatin1Char(' '));
   ListeNumeros += t + QStringLiteral(", ");
 }
 
-void AleaBase::AfficheListe() { ui().Label14.Caption = ListeNumeros.left(ListeNumeros.size() - 2); }
+void AleaBase::AfficheListe(const QString& ListeNumeros) {
+  ui().Label14.Caption = ListeNumeros.left(ListeNumeros.size() - 2);
+}
 
 void AleaBase::RemplitLigne(int r, const EnregStat& e) {
   ui().Label20(r).Caption = Str(e.Numero).trimmed();
@@ -348,12 +343,12 @@ void AleaBase::RemplitLigne(int r, const EnregStat& e) {
 void AleaBase::Chauds() {
   std::vector<EnregStat>& numeros = M().StatNumeros;
   const std::vector<EnregStat>& chance = M().StatChance;
-  ListeNumeros.clear();
+  QString ListeNumeros;
   for (int i = 1; i <= 5; ++i) {
-    AjouteNumero(numeros[i].Numero);
+    AjouteNumero(ListeNumeros, numeros[i].Numero);
     RemplitLigne(i - 1, numeros[i]);
   }
-  AfficheListe();
+  AfficheListe(ListeNumeros);
   // The most frequent chance number, shown with the rate of the least frequent.
   ui().Label20(5).Caption = Str(chance[1].Numero).trimmed();
   ui().Label21(5).Caption = QString::number(chance[1].NbSorties);
@@ -363,14 +358,14 @@ void AleaBase::Chauds() {
 
 void AleaBase::Froids() {
   const std::vector<EnregStat>& numeros = M().StatNumeros;
-  ListeNumeros.clear();
+  QString ListeNumeros;
   int k = 0;
   for (int i = 49; i >= 44; --i) {
-    AjouteNumero(numeros[i].Numero);
+    AjouteNumero(ListeNumeros, numeros[i].Numero);
     RemplitLigne(k, numeros[i]);
     ++k;
   }
-  AfficheListe();
+  AfficheListe(ListeNumeros);
   RemplitLigne(5, M().StatChance[10]);
   ui().Label24.Caption = ui().Label20(5).Caption;
 }
@@ -378,7 +373,7 @@ void AleaBase::Froids() {
 bool AleaBase::SansReus() {
   std::vector<EnregStat>& numeros = M().StatNumeros;
   std::vector<EnregStat>& chance = M().StatChance;
-  ListeNumeros.clear();
+  QString ListeNumeros;
   Int16 NbZero = 0;
   Int16 RangChance = 0;
   // The numbers never drawn, weakest rank first, gathered at the head of the
@@ -409,13 +404,13 @@ bool AleaBase::SansReus() {
   if (NbZero > 5) NbZero = 5;
   int k = 0;
   for (int i = 1; i <= NbZero; ++i) {
-    AjouteNumero(numeros[i].Numero);
+    AjouteNumero(ListeNumeros, numeros[i].Numero);
     ui().Label20(k).Caption = Str(numeros[i].Numero).trimmed();
     ui().Label21(k).Caption = QStringLiteral("0");
     ui().Label22(k).Caption = QStringLiteral("0");
     ++k;
   }
-  AfficheListe();
+  AfficheListe(ListeNumeros);
   RemplitLigne(5, chance[RangChance]);
   ui().Label24.Caption = ui().Label20(5).Caption;
   return true;
@@ -423,16 +418,16 @@ bool AleaBase::SansReus() {
 
 void AleaBase::JePense(Int32 TotalTirages) {
   std::vector<EnregStat>& numeros = M().StatNumeros;
-  ListeNumeros.clear();
+  QString ListeNumeros;
   // The ten best numbers weigh least, the ten weakest most.
   for (int i = 1; i <= 49; ++i) numeros[i].Taux *= i < 11 ? 20.0 : (i <= 39 ? 50.0 : 80.0);
   M().TriTaux(49, numeros);
   for (int i = 1; i <= 5; ++i) {
-    AjouteNumero(numeros[i].Numero);
+    AjouteNumero(ListeNumeros, numeros[i].Numero);
     numeros[i].Taux = Rate(numeros[i].NbSorties, TotalTirages);
     RemplitLigne(i - 1, numeros[i]);
   }
-  AfficheListe();
+  AfficheListe(ListeNumeros);
   // A chance number of uniform rank: r is below 1 by at least its last bit, so
   // the rank stays within 1..10.
   const double r = Sys().Rnd();
@@ -470,7 +465,6 @@ void AleaBase::Quitter_Click() {
 
 void AleaBase::DescribeVariables(const PropertySink& sink) const {
   sink(QStringLiteral("Choix"), PropValue::Int(Choix));
-  sink(QStringLiteral("ListeNumeros"), PropValue::Text(ListeNumeros));
 }
 
 }  // namespace kuvo

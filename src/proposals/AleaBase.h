@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <memory>
 
@@ -69,17 +68,14 @@ class AleaBase : public FormOf<AleaBase, AleaBaseUi> {
   void Froids();
   bool SansReus();
   void JePense(Int32 TotalTirages);
-  void AjouteNumero(double Numero);
+  void AjouteNumero(QString& ListeNumeros, double Numero);
   // Shows the list without its last ", ".
-  void AfficheListe();
+  void AfficheListe(const QString& ListeNumeros);
   void RemplitLigne(int r, const EnregStat& e);
 
   // Window variables: they outlive the controls.
   std::shared_ptr<Recordset> RsPeriode;
   Int16 Choix = 0;
-  QString ListeNumeros;
-  // The date of every text in the list, to build the period statement.
-  QHash<QString, QDate> DatesListe;
 };
 
 }  // namespace kuvo
