@@ -112,5 +112,28 @@ TEST_F(AleaBaseViewTest, TypingInTheDateListChangesItsTextOnly) {
   EXPECT_EQ(combo->currentText(), QStringLiteral("09 mars 2024"));
 }
 
+TEST_F(AleaBaseViewTest, EnterAfterTypingAListTextPicksNothing) {
+  AleaBaseUi& ui = w().ui();
+  auto* combo = Widget<QComboBox>(ui.Combo1);
+  ASSERT_NE(combo, nullptr);
+  QLineEdit* edit = combo->lineEdit();
+  ASSERT_NE(edit, nullptr);
+  edit->selectAll();
+  for (QChar c : QStringLiteral("09 mars 2024")) {
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+    QCoreApplication::sendEvent(edit, &press);
+  }
+  QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+  QCoreApplication::sendEvent(edit, &enter);
+  QKeyEvent enterUp(QEvent::KeyRelease, Qt::Key_Return, Qt::NoModifier);
+  QCoreApplication::sendEvent(edit, &enterUp);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(ui.Combo1.Text, QStringLiteral("09 mars 2024"));
+  EXPECT_EQ(ui.Label6.Caption, QStringLiteral("04 mars 2024"));
+  EXPECT_EQ(ui.Label13.Caption, QStringLiteral("3"));
+  EXPECT_EQ(ui.Combo1.ListCount(), 3);
+  EXPECT_EQ(combo->count(), 3);
+}
+
 }  // namespace
 }  // namespace kuvo::testing
