@@ -41,9 +41,13 @@ bool Control::Reachable() const {
     const Form* main = form_.App().FormByName(QStringLiteral("MDIKuvo"), false);
     if (!main || !main->Visible) return false;
   }
-  for (const Control* c = this; c; c = c->Container)
+  double top = 0;
+  for (const Control* c = this; c; c = c->Container) {
     if (!c->Enabled || !c->Visible) return false;
-  return true;
+    top += c->Top;
+  }
+  // A control lying below the window's lower edge is out of sight and reach.
+  return kind_ == ControlKind::Menu || top < form_.ScaleHeight();
 }
 
 void Control::SetFocus() {
@@ -230,7 +234,9 @@ QString Grid::TextMatrix(int row, int col) const {
 void Grid::SetTextMatrix(int row, int col, const QString& text) {
   CheckCell(row, col);
   cells_[static_cast<size_t>(row * cols_ + col)] = text;
-  lastRow_ = row;
+  // Only a list filled on screen is followed; one filled before its window
+  // shows opens at its top.
+  if (Parent().Visible) lastRow_ = row;
   ++revision_;
 }
 

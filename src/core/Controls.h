@@ -28,6 +28,7 @@ enum class ControlKind {
   CheckBox,
   Frame,
   PictureBox,
+  DrawingArea,
   Image,
   Line,
   Grid,
@@ -291,7 +292,8 @@ class Grid : public Control {
   int Revision() const { return revision_; }
   // A click by the user on a cell: Row and Col go there, then Click.
   void UserClick(int row, int col);
-  // The row of the last change, for a view that follows a growing list.
+  // The row of the last change made while the window was shown, for a view
+  // that follows a growing list.
   int LastRowWritten() const { return lastRow_; }
 
  protected:

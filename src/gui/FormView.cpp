@@ -1200,6 +1200,7 @@ std::unique_ptr<ControlView> MakeView(FormView& v, Control& c) {
       return std::make_unique<ProgressView>(v, static_cast<ProgressBar&>(c));
     case ControlKind::Calendar: return std::make_unique<CalendarView>(v, static_cast<Calendar&>(c));
     case ControlKind::Timer: return std::make_unique<TimerView>(v, static_cast<Timer&>(c));
+    case ControlKind::DrawingArea:
     case ControlKind::CommonDialog:
     case ControlKind::Menu: return std::make_unique<NullView>(v, c);
   }

@@ -5,6 +5,7 @@
 #include "core/MDIKuvo.h"
 #include "draws/ChargeMiseJour.h"
 #include "draws/TirSais.h"
+#include "statistics/TirBase.h"
 #include "statistics/TirVerif.h"
 
 namespace kuvo {
@@ -27,7 +28,7 @@ const WindowMakers& AllWindows() {
       {"AleaOrdi", nullptr},
       {"NumerosAffines", nullptr},
       {"NumPref", nullptr},
-      {"TirBase", nullptr},
+      {"TirBase", &Make<TirBase>},
       {"TirGrou", nullptr},
       {"TirModi", nullptr},
       {"TirSais", &Make<TirSais>},
