@@ -29,8 +29,10 @@
 #include <cmath>
 
 #include "core/Controls.h"
+#include "core/DrawingArea.h"
 #include "core/Form.h"
 #include "core/Texts.h"
+#include "gui/DrawingAreaView.h"
 #include "gui/KeypadFaces.h"
 #include "gui/MainWindowView.h"
 #include "gui/Pictures.h"
@@ -163,7 +165,11 @@ class ControlView {
   // True for controls whose Click comes from a plain mouse click on them.
   virtual bool ClickFromMouse() const { return false; }
   QObject* Guard() const { return guard_.get(); }
-  bool Raise(const std::function<void()>& handler) { return guard_ && view_.Raise(handler); }
+  // A control out of the user's reach takes no event; a timer's tick is none.
+  bool Raise(const std::function<void()>& handler) {
+    if (c_.Kind() != ControlKind::Timer && !c_.Reachable()) return false;
+    return guard_ && view_.Raise(handler);
+  }
 
   FormView& view_;
   Control& c_;
@@ -657,6 +663,36 @@ class PictureView : public ControlView {
   int revision_ = -1, picture_ = -1;
   unsigned back_ = 0;
   bool first_ = true;
+};
+
+class DrawingAreaView : public ControlView {
+ public:
+  DrawingAreaView(FormView& v, DrawingArea& c)
+      : ControlView(v, c), c_(c), w_(new DrawingAreaWidget(&v, &c)) {
+    v.Watch(w_, this);
+  }
+  QWidget* Widget() const override { return w_; }
+  void Detach() override {
+    w_->Release();
+    ControlView::Detach();
+  }
+
+ protected:
+  bool ClickFromMouse() const override { return true; }
+  QPointF Units(QObject*, QPointF pos) const override { return w_->Units(pos); }
+  void SyncOwn() override {
+    if (c_.Revision() != revision_ || c_.BackColor != back_) {
+      revision_ = c_.Revision();
+      back_ = c_.BackColor;
+      w_->update();
+    }
+  }
+
+ private:
+  DrawingArea& c_;
+  DrawingAreaWidget* w_;
+  int revision_ = -1;
+  unsigned back_ = 0;
 };
 
 class DecorationWidget : public QWidget {
@@ -1201,6 +1237,7 @@ std::unique_ptr<ControlView> MakeView(FormView& v, Control& c) {
     case ControlKind::Calendar: return std::make_unique<CalendarView>(v, static_cast<Calendar&>(c));
     case ControlKind::Timer: return std::make_unique<TimerView>(v, static_cast<Timer&>(c));
     case ControlKind::DrawingArea:
+      return std::make_unique<DrawingAreaView>(v, static_cast<DrawingArea&>(c));
     case ControlKind::CommonDialog:
     case ControlKind::Menu: return std::make_unique<NullView>(v, c);
   }
@@ -1311,6 +1348,9 @@ void FormView::ApplyGeometry() {
   if (r == geometry_) return;
   geometry_ = r;
   if (sub_) {
+    // The frame fixes the size; the view inside fills whatever it holds.
+    setMinimumSize(0, 0);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     sub_->setFixedSize(r.size());
     sub_->move(std::max(0, r.left()), std::max(0, r.top()));
   } else {

@@ -86,7 +86,6 @@ TirBaseUi::TirBaseUi(TirBase& f)
           {1710, 390, 390, 390, 390, 390, 660}, 5160, 420, 4740, 3600);
   SetLabel(Label2, "Numéro Chance", 10020, 120, 2400);
   SetGrid(Liste4, 11, 3, " Numéro | Sorties|   %  ", {780, 720, 600}, 10020, 420, 2400, 2880);
-  for (Label* l : {&Label1, &Label5, &Label3, &Label2}) l->FontBold = true;
   Image6.Picture = 2;
   Image6.Move(10980, 3480, 480, 480);
 
