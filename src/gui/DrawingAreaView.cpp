@@ -1,52 +1,74 @@
 #include "gui/DrawingAreaView.h"
 
 #include <QPainter>
+#include <QWidget>
 #include <algorithm>
 
-#include "core/DrawingArea.h"
+#include "gui/FormView.h"
 
 namespace kuvo {
 
-namespace {
+// Paints the area from its control; once released, only its background.
+class DrawingAreaWidget : public QWidget {
+ public:
+  DrawingAreaWidget(QWidget* parent, const DrawingArea* area) : QWidget(parent), area_(area) {
+    // Every pixel is painted here: no need for Qt to clear first.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
+  }
+  void Release() { area_ = nullptr; }
+  // The inner area's corner, inside the border, in pixels.
+  double Border() const { return area_ ? area_->BorderTwips() / double(kTwipsPerPixel) : 0; }
 
-constexpr double kTwipsPerPixel = 15.0;
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter p(this);
+    if (!area_) {
+      p.fillRect(rect(), palette().window());
+      return;
+    }
+    QRectF inner(rect());
+    if (area_->BorderStyle) {
+      p.fillRect(rect(), palette().dark());
+      inner.adjust(Border(), Border(), -Border(), -Border());
+    }
+    p.fillRect(inner, Colour(area_->BackColor));
+    p.setClipRect(inner);
+    const double scale = area_->TwipsPerUnit() / kTwipsPerPixel;
+    for (const DrawingArea::Box& b : area_->Boxes()) {
+      const QRectF box(QPointF(std::min(b.x1, b.x2), std::min(b.y1, b.y2)) * scale,
+                       QPointF(std::max(b.x1, b.x2), std::max(b.y1, b.y2)) * scale);
+      p.fillRect(box.translated(inner.topLeft()), Colour(b.colour));
+    }
+  }
 
-QColor Bgr(unsigned bgr) { return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF); }
+ private:
+  const DrawingArea* area_;
+};
 
-}  // namespace
-
-DrawingAreaWidget::DrawingAreaWidget(QWidget* parent, const DrawingArea* area)
-    : QWidget(parent), area_(area) {
-  // Every pixel is painted here: no need for Qt to clear first.
-  setAttribute(Qt::WA_OpaquePaintEvent);
-  setMouseTracking(true);
+DrawingAreaView::DrawingAreaView(FormView& v, DrawingArea& c)
+    : ControlView(v, c), c_(c), w_(new DrawingAreaWidget(&v, &c)) {
+  Watch(w_);
 }
 
-QPointF DrawingAreaWidget::Units(QPointF pixels) const {
-  if (!area_) return pixels;
-  const double border = area_->BorderTwips() / kTwipsPerPixel;
-  return (pixels - QPointF(border, border)) * kTwipsPerPixel / area_->TwipsPerUnit();
+QWidget* DrawingAreaView::Widget() const { return w_; }
+
+void DrawingAreaView::Detach() {
+  w_->Release();
+  ControlView::Detach();
 }
 
-void DrawingAreaWidget::paintEvent(QPaintEvent*) {
-  QPainter p(this);
-  if (!area_) {
-    p.fillRect(rect(), palette().window());
-    return;
-  }
-  QRectF inner(rect());
-  if (area_->BorderStyle) {
-    const double border = area_->BorderTwips() / kTwipsPerPixel;
-    p.fillRect(rect(), palette().dark());
-    inner.adjust(border, border, -border, -border);
-  }
-  p.fillRect(inner, Bgr(area_->BackColor));
-  p.setClipRect(inner);
-  const double scale = area_->TwipsPerUnit() / kTwipsPerPixel;
-  for (const DrawingArea::Box& b : area_->Boxes()) {
-    const QRectF box(QPointF(std::min(b.x1, b.x2), std::min(b.y1, b.y2)) * scale,
-                     QPointF(std::max(b.x1, b.x2), std::max(b.y1, b.y2)) * scale);
-    p.fillRect(box.translated(inner.topLeft()), Bgr(b.colour));
+QPointF DrawingAreaView::Units(QObject*, QPointF pos) const {
+  const double border = w_->Border();
+  return (pos - QPointF(border, border)) * kTwipsPerPixel / c_.TwipsPerUnit();
+}
+
+void DrawingAreaView::SyncOwn() {
+  if (c_.Revision() != revision_ || c_.BackColor != back_ || c_.BorderStyle != border_) {
+    revision_ = c_.Revision();
+    back_ = c_.BackColor;
+    border_ = c_.BorderStyle;
+    w_->update();
   }
 }
 

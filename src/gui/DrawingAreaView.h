@@ -1,29 +1,33 @@
 #pragma once
 
-#include <QPointF>
-#include <QWidget>
+#include "core/DrawingArea.h"
+#include "gui/ControlView.h"
 
 namespace kuvo {
 
-class DrawingArea;
+class DrawingAreaWidget;
 
-// A drawing area on screen: its background, then the boxes drawn on it in
-// drawing order, each cut off at the area's edges. The boxes are read from the
-// control at every paint, so the drawing comes back whenever the area is
-// uncovered.
-class DrawingAreaWidget : public QWidget {
+// A drawing area: its background, then the boxes drawn on it in drawing order,
+// each cut off at the area's edges. The boxes are read from the control at
+// every paint, so the drawing comes back whenever the area is uncovered. Mouse
+// events come in the area's own unit.
+class DrawingAreaView : public ControlView {
  public:
-  DrawingAreaWidget(QWidget* parent, const DrawingArea* area);
-  // The control is going: nothing more is painted from it.
-  void Release() { area_ = nullptr; }
-  // A point of the widget, in pixels, in the area's own unit.
-  QPointF Units(QPointF pixels) const;
+  DrawingAreaView(FormView& v, DrawingArea& c);
+  QWidget* Widget() const override;
+  void Detach() override;
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
+  bool ClickFromMouse() const override { return true; }
+  QPointF Units(QObject* watched, QPointF pos) const override;
+  void SyncOwn() override;
 
  private:
-  const DrawingArea* area_;
+  DrawingArea& c_;
+  DrawingAreaWidget* w_;
+  int revision_ = -1;
+  unsigned back_ = 0;
+  int border_ = -1;
 };
 
 }  // namespace kuvo

@@ -26,6 +26,7 @@
 #include "GuiSupport.h"
 #include "core/Form.h"
 #include "gui/FormView.h"
+#include "gui/PictureView.h"
 
 namespace kuvo::testing {
 namespace {
@@ -422,6 +423,48 @@ TEST_F(FormViewTest, GridFollowsRowsAddedOneByOneInALongLoop) {
   g.SetRows(2);
   run->platform.SyncAll();
   EXPECT_EQ(table->model()->rowCount(), 1);
+}
+
+TEST_F(FormViewTest, GridOfThirtyThousandRowsHasNoWidgetPerCell) {
+  FormView* view = Show();
+  SampleUi& ui = sample->ui();
+  auto* table = Widget<QTableView>(view, ui.Grille);
+  ASSERT_NE(table, nullptr);
+  const qsizetype widgetsBefore = table->findChildren<QWidget*>().size();
+  Grid& g = ui.Grille;
+  g.SetRows(30001);
+  for (int r = 1; r <= 30000; ++r) {
+    g.SetTextMatrix(r, 0, QStringLiteral("%1").arg(r));
+    g.SetTextMatrix(r, 1, QString::number(r % 97));
+    g.SetTextMatrix(r, 2, QStringLiteral("texte"));
+  }
+  run->platform.SyncAll();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(table->model()->rowCount(), 30000);
+  EXPECT_EQ(table->findChildren<QWidget*>().size(), widgetsBefore);
+  EXPECT_EQ(table->indexWidget(table->model()->index(0, 1)), nullptr);
+  EXPECT_EQ(table->findChildren<QAbstractItemModel*>().size(), 1);
+
+  // Each column keeps the alignment its heading asks for.
+  auto align = [table](int row, int col) {
+    return Qt::Alignment(table->model()->index(row, col).data(Qt::TextAlignmentRole).toInt());
+  };
+  EXPECT_EQ(align(0, 0), Qt::AlignHCenter | Qt::AlignVCenter);
+  EXPECT_EQ(align(0, 1), Qt::AlignRight | Qt::AlignVCenter);
+  EXPECT_EQ(align(0, 2), Qt::AlignLeft | Qt::AlignVCenter);
+  // The fixed column has the colour of the header, the others none of their own.
+  const QVariant fixed = table->model()->index(29999, 0).data(Qt::BackgroundRole);
+  ASSERT_TRUE(fixed.isValid());
+  EXPECT_EQ(fixed.value<QBrush>().color(), QApplication::palette().button().color());
+  EXPECT_FALSE(table->model()->index(29999, 2).data(Qt::BackgroundRole).isValid());
+  EXPECT_TRUE(table->horizontalHeader()->isVisibleTo(table));
+
+  // Without a mark in its heading, numbers go right and texts left.
+  g.SetFormatString(QStringLiteral("Date|Nombre|Texte"));
+  run->platform.SyncAll();
+  EXPECT_EQ(align(0, 1), Qt::AlignRight | Qt::AlignVCenter);
+  EXPECT_EQ(align(0, 2), Qt::AlignLeft | Qt::AlignVCenter);
+  EXPECT_EQ(table->model()->headerData(2, Qt::Horizontal).toString(), QStringLiteral("Texte"));
 }
 
 TEST_F(FormViewTest, PictureMouseMovesComeInThePicturesOwnUnit) {

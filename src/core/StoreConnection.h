@@ -1,0 +1,80 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <QHash>
+#include <QString>
+#include <chrono>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <utility>
+
+#include "core/StoreTable.h"
+
+namespace kuvo {
+
+// Jet's number and text for an SQLite failure. `prepared` tells a statement
+// SQLite could not compile from one that failed while running.
+std::pair<int, QString> JetError(int code, const QString& message, bool prepared);
+
+// The connection: the SQLite handle, its statements and the grouped commits.
+struct StoreConnection {
+  using Clock = std::chrono::steady_clock;
+
+  sqlite3* db = nullptr;
+  std::unordered_map<std::string, sqlite3_stmt*> statements;
+  QHash<QString, std::shared_ptr<store::TableInfo>> tables;
+  // CreateStore fills a new file in one transaction.
+  bool holdCommits = false;
+  Clock::time_point txStart;
+  sqlite3_stmt* begin = nullptr;
+  sqlite3_stmt* commit = nullptr;
+
+  explicit StoreConnection(sqlite3* handle) : db(handle) {}
+  ~StoreConnection();
+
+  QString Message() const { return QString::fromUtf8(sqlite3_errmsg(db)); }
+
+  // Every error the store raises goes through here: what was written so far is
+  // committed first.
+  [[noreturn]] void Fail(int number, const QString& text);
+  [[noreturn]] void FailSqlite(int code, bool prepared);
+
+  // Error codes, WAL for an existing file, the format() function, the
+  // transaction statements.
+  void Setup(bool wal);
+
+  // A statement kept for the life of the connection, one per SQL text.
+  sqlite3_stmt* Prepare(const std::string& sql);
+
+  // One step; SQLITE_ROW or SQLITE_DONE, anything else is raised (after a reset).
+  int Step(sqlite3_stmt* st) {
+    const int rc = sqlite3_step(st);
+    if (rc == SQLITE_ROW || rc == SQLITE_DONE) return rc;
+    sqlite3_reset(st);
+    FailSqlite(sqlite3_extended_errcode(db), false);
+  }
+
+  bool InTransaction() const { return !sqlite3_get_autocommit(db); }
+
+  void CommitQuietly();
+  void Commit();
+
+  // Called before each write: opens the transaction that groups writes, and
+  // commits one that has been open more than 100 ms.
+  void BeforeWrite() {
+    if (InTransaction()) {
+      if (holdCommits || Clock::now() - txStart < std::chrono::milliseconds(100)) return;
+      Commit();
+    }
+    Step(begin);
+    sqlite3_reset(begin);
+    txStart = Clock::now();
+  }
+
+  // The table of that name, read once per connection (until a schema change).
+  std::shared_ptr<store::TableInfo> Table(const QString& name);
+};
+
+}  // namespace kuvo
