@@ -169,16 +169,6 @@ void Frame::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Caption"), PropValue::Text(Caption));
 }
 
-void PictureBox::Cls() {
-  Drawing.clear();
-  ++Revision;
-}
-
-void PictureBox::FillBox(double x1, double y1, double x2, double y2, unsigned colour) {
-  Drawing.push_back({x1, y1, x2, y2, colour});
-  ++Revision;
-}
-
 void PictureBox::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Picture"), PropValue::Int(Picture));
   sink(QStringLiteral("BackColor"), PropValue::Colour(BackColor));

@@ -223,23 +223,12 @@ class Frame : public Control {
   void DescribeOwn(const PropertySink& sink) const override;
 };
 
-// One filled rectangle drawn on a picture, in the picture's scale.
-struct DrawnBox {
-  double x1, y1, x2, y2;
-  unsigned colour;
-};
-
 class PictureBox : public Control {
  public:
   PictureBox(Form& f, QString name, int index = -1)
       : Control(f, ControlKind::PictureBox, name, index) {}
   int Picture = -1;  // the cell of the picture shown, from 0; -1 for none
   unsigned BackColor = Colours::ButtonFace;
-  // Retained drawing, for pictures used as drawing areas.
-  std::vector<DrawnBox> Drawing;
-  int Revision = 0;  // raised by every change of the drawing
-  void Cls();
-  void FillBox(double x1, double y1, double x2, double y2, unsigned colour);
 
  protected:
   void DescribeOwn(const PropertySink& sink) const override;
