@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/DrawingArea.h"
+#include "core/Controls.h"
 #include "gui/ControlView.h"
 
 namespace kuvo {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/DrawingArea.h"
 #include "core/Form.h"
 
 namespace kuvo {

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "TestSupport.h"
-#include "core/DrawingArea.h"
 #include "core/Form.h"
 #include "core/MDIKuvo.h"
 #include "core/Texts.h"

@@ -8,7 +8,6 @@
 #include <algorithm>
 
 #include "ScriptedPlatform.h"
-#include "core/DrawingArea.h"
 #include "core/Form.h"
 #include "core/MDIKuvo.h"
 #include "core/Module1.h"
