@@ -210,6 +210,21 @@ TEST_F(DrawingAreaTest, DumpPrintsTheBoxesWithTwoDecimalsCornersInOrder) {
                            "TirBase.Plus.Width = 720\n"));
 }
 
+// The caption names the column, not the Numero of the element under it.
+TEST(TirBaseChartTest, TheCaptionNamesTheColumnAndReadsItsElement) {
+  TestApp app;
+  app.Run(
+      QStringLiteral("store new\n"
+                     "sql \"INSERT INTO Sorties VALUES ('2024-03-04', 8, 9, 10, 11, 12, 8)\"\n"
+                     "start\nmenu M_StatToutes\nclick TirBase.GraphiquePlus\n"));
+  std::vector<EnregStat>& stat = app.program().M().StatNumeros;
+  std::swap(stat[7], stat[8]);
+  EXPECT_EQ(
+      app.Run(QStringLiteral("mouse TirBase.Picture1 move 20 30\nget TirBase.Label4.Caption\n")),
+      QStringLiteral("TirBase.Label4.Caption = \"Numéro   7 :   Nombre de Sorties   2;    "
+                     "Taux de réusite   200 %\"\n"));
+}
+
 // The base view on a random history, against counts made here from the store.
 TEST(TirBaseTotalsTest, GridsAgreeWithAnIndependentCount) {
   TestApp app;
