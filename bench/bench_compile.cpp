@@ -4,8 +4,7 @@
 // one transaction. Also the start-up on a compiled base, on the scripted
 // platform and on the Qt platform (run with QT_QPA_PLATFORM=offscreen).
 //
-// bench_compile [HISTORY.csv]: the shipped demonstration history by default;
-// the real history beside the project is used too when it is there.
+// bench_compile [HISTORY.csv]: the shipped history, and the given file too.
 #include <sqlite3.h>
 #include <QApplication>
 #include <QElapsedTimer>
@@ -172,11 +171,11 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   SetRegional(QLocale(QStringLiteral("fr_FR")));
 
-  Report("shipped demonstration history", ShippedHistory());
-  QString real = argc > 1 ? QString::fromLocal8Bit(argv[1])
-                          : QStringLiteral(KUVO_SOURCE_DIR "/../shared/data/history.csv");
-  QFile file(real);
-  if (file.open(QIODevice::ReadOnly)) Report("real history", QString::fromUtf8(file.readAll()));
+  Report("shipped history", ShippedHistory());
+  if (argc > 1) {
+    QFile file(QString::fromLocal8Bit(argv[1]));
+    if (file.open(QIODevice::ReadOnly)) Report("given history", QString::fromUtf8(file.readAll()));
+  }
   Report("synthetic history", SyntheticHistory(30000));
 
   // Start-up of the program on the Qt platform, to the main window with its panels.

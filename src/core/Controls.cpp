@@ -10,6 +10,7 @@ namespace kuvo {
 namespace {
 constexpr int kToolbarIndexError = 35600;
 constexpr int kGridIndexError = 381;
+constexpr int kLastRowError = 30015;
 
 QString Indexed(const QString& name, int i) { return QStringLiteral("%1(%2)").arg(name).arg(i); }
 }  // namespace
@@ -302,6 +303,25 @@ void Grid::SetFormatString(const QString& format) {
 
 void Grid::Clear() {
   for (QString& s : cells_) s.clear();
+  ++revision_;
+}
+
+void Grid::AddItem(const QString& item) {
+  const int row = rows_;
+  SetRows(rows_ + 1);
+  const QStringList cells = item.split(QLatin1Char('\t'));
+  for (int c = 0; c < std::min(cols_, static_cast<int>(cells.size())); ++c)
+    cells_[static_cast<size_t>(row * cols_ + c)] = cells[c];
+  lastRow_ = row;
+}
+
+void Grid::RemoveItem(int row) {
+  if (row < 0 || row >= rows_) Raise(kGridIndexError);
+  if (rows_ - 1 < FixedRows + 1)
+    Raise(kLastRowError, QStringLiteral("Impossible de supprimer la dernière ligne non fixe"));
+  cells_.erase(cells_.begin() + row * cols_, cells_.begin() + (row + 1) * cols_);
+  --rows_;
+  if (Row >= rows_) Row = std::max(0, rows_ - 1);
   ++revision_;
 }
 

@@ -336,6 +336,10 @@ class Grid : public Control {
   void SetFormatString(const QString& format);
   // Empties every cell, fixed ones included.
   void Clear();
+  // Adds a row at the end, its cells from `item` split at tabs.
+  void AddItem(const QString& item);
+  // Takes row `row` away; the last row that is not fixed cannot go (error 30015).
+  void RemoveItem(int row);
   // Raised by every change, so that a view can tell what to redraw.
   int Revision() const { return revision_; }
   // A click by the user on a cell: Row and Col go there, then Click.

@@ -11,6 +11,8 @@ namespace kuvo {
 OptionView::OptionView(FormView& v, OptionButton& c)
     : ControlView(v, c), c_(c), w_(new QRadioButton(&v)) {
   w_->setAutoExclusive(false);
+  // An option that describes itself under the mouse follows it without a button held.
+  w_->setMouseTracking(static_cast<bool>(c.MouseMove));
   QObject::connect(w_, &QRadioButton::clicked, Guard(),
                    [this] { Raise([this] { c_.UserClick(); }); });
   Watch(w_);

@@ -5,6 +5,8 @@
 #include "core/MDIKuvo.h"
 #include "draws/ChargeMiseJour.h"
 #include "draws/TirSais.h"
+#include "favourites/NumPref.h"
+#include "proposals/AleaOrdi.h"
 #include "statistics/TirBase.h"
 #include "statistics/TirVerif.h"
 
@@ -25,9 +27,9 @@ const WindowMakers& AllWindows() {
       {"MDIKuvo", &Make<MDIKuvo>},
       {"Avance", &Make<Avance>},
       {"AleaBase", nullptr},
-      {"AleaOrdi", nullptr},
+      {"AleaOrdi", &Make<AleaOrdi>},
       {"NumerosAffines", nullptr},
-      {"NumPref", nullptr},
+      {"NumPref", &Make<NumPref>},
       {"TirBase", &Make<TirBase>},
       {"TirGrou", nullptr},
       {"TirModi", nullptr},

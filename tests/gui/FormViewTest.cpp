@@ -148,6 +148,9 @@ SampleUi::SampleUi(Sample& f)
   };
   Option1.Click = [&f] { f.events << QStringLiteral("Option1_Click"); };
   Option2.Click = [&f] { f.events << QStringLiteral("Option2_Click"); };
+  Option3.MouseMove = [&f](Int16 button, Int16, double, double) {
+    f.events << QStringLiteral("Option3_MouseMove:%1").arg(button);
+  };
   Check1.Click = [&f, this] { f.events << QStringLiteral("Check1_Click:%1").arg(Check1.Value); };
   Combo1.Click = [&f, this] { f.events << QStringLiteral("Combo1_Click:") + Combo1.Text; };
   List1.Click = [&f, this] { f.events << QStringLiteral("List1_Click:%1").arg(List1.ListIndex()); };
@@ -478,6 +481,19 @@ TEST_F(FormViewTest, PictureMouseMovesComeInTwipsFromItsInnerCorner) {
   ASSERT_EQ(sample->moves.size(), 1u);
   EXPECT_DOUBLE_EQ(sample->moves[0].x(), 30 * 15);
   EXPECT_DOUBLE_EQ(sample->moves[0].y(), 10 * 15);
+}
+
+TEST_F(FormViewTest, AnOptionThatWatchesTheMouseHearsItWithoutAButtonHeld) {
+  FormView* view = Show();
+  auto* one = Widget<QRadioButton>(view, sample->ui().Option1);
+  auto* three = Widget<QRadioButton>(view, sample->ui().Option3);
+  ASSERT_NE(three, nullptr);
+  EXPECT_FALSE(one->hasMouseTracking());
+  EXPECT_TRUE(three->hasMouseTracking());
+  QMouseEvent move(QEvent::MouseMove, QPointF(5, 5), QPointF(), Qt::NoButton, Qt::NoButton,
+                   Qt::NoModifier);
+  QCoreApplication::sendEvent(three, &move);
+  EXPECT_EQ(sample->events, QStringList{QStringLiteral("Option3_MouseMove:0")});
 }
 
 TEST_F(FormViewTest, TimerTicksWhileEnabled) {

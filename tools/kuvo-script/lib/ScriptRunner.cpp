@@ -77,7 +77,7 @@ const QStringList kCommands = {
     QStringLiteral("start"), QStringLiteral("menu"),        QStringLiteral("toolbar"),
     QStringLiteral("click"), QStringLiteral("type"),        QStringLiteral("key"),
     QStringLiteral("mouse"), QStringLiteral("close"),       QStringLiteral("at-yield"),
-    QStringLiteral("get"),   QStringLiteral("dump"),
+    QStringLiteral("get"),   QStringLiteral("dump"),        QStringLiteral("tick"),
 };
 
 }  // namespace
@@ -252,7 +252,31 @@ void ScriptRunner::Execute(const Line& line) {
   }
   if (cmd == QLatin1String("get")) return GetCommand(line);
   if (cmd == QLatin1String("dump")) return DumpCommand(line);
+  if (cmd == QLatin1String("tick")) return TickCommand(line);
   UserCommand(line);
+}
+
+// tick FORM.TIMER [N]: the timer's event N times, as the platform raises it at
+// every interval: only while the timer is enabled with an interval and its
+// window loaded, whatever window is modal. A tick that finds it otherwise
+// passes without a word.
+void ScriptRunner::TickCommand(const Line& line) {
+  Expect(line, 2, 3);
+  const int count = line.words.size() == 3 ? ParseInt(line.words[2], line.number) : 1;
+  if (count < 0) throw ScriptError(line.number, QStringLiteral("tick counts from 0"));
+  const Target t = Resolve(line, line.words[1], true);
+  if (t.control && t.control->Kind() != ControlKind::Timer)
+    throw ScriptError(line.number, QStringLiteral("%1 is no timer").arg(line.words[1]));
+  const QString timerName = line.words[1];
+  for (int i = 0; i < count; ++i) {
+    // The handler may unload the window or stop the timer: look again each time.
+    const Target now = Resolve(line, timerName, true);
+    auto* timer = static_cast<Timer*>(now.control);
+    if (!timer || !now.form->Loaded() || !timer->Enabled || timer->Interval <= 0) continue;
+    program_->RunEvent([timer] {
+      if (timer->Tick) timer->Tick();
+    });
+  }
 }
 
 void ScriptRunner::StoreCommand(const Line& line) {
