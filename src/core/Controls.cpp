@@ -35,24 +35,28 @@ void Control::Describe(const PropertySink& sink) const {
   DescribeOwn(sink);
 }
 
-bool Control::Reachable() const {
+bool Control::Focusable() const {
   if (!form_.Loaded() || !form_.Visible || !form_.Enabled) return false;
   // A child window goes out of sight with the main window.
   if (form_.MDIChild) {
     const Form* main = form_.App().FormByName(QStringLiteral("MDIKuvo"), false);
     if (!main || !main->Visible) return false;
   }
-  double top = 0;
-  for (const Control* c = this; c; c = c->Container) {
+  for (const Control* c = this; c; c = c->Container)
     if (!c->Enabled || !c->Visible) return false;
-    top += c->Top;
-  }
+  return true;
+}
+
+bool Control::Reachable() const {
+  if (!Focusable()) return false;
   // A control lying below the window's lower edge is out of sight and reach.
+  double top = 0;
+  for (const Control* c = this; c; c = c->Container) top += c->Top;
   return kind_ == ControlKind::Menu || top < form_.ScaleHeight();
 }
 
 void Control::SetFocus() {
-  if (!Reachable()) Raise(Err::InvalidCall);
+  if (!Focusable()) Raise(Err::InvalidCall);
   form_.ActiveControl = this;
   form_.Sys().FocusChanged(*this);
 }

@@ -69,8 +69,8 @@ class Control {
   // Every property an observer can read, with its name as a script writes it.
   void Describe(const PropertySink& sink) const;
 
-  // Gives the focus to this control; a control the user cannot reach refuses
-  // it with error 5, as the platform does.
+  // Gives the focus to this control; a control that can't take it refuses it
+  // with error 5, as the platform does.
   void SetFocus();
   // Pushes the control's state to the screen at once.
   void Refresh();
@@ -81,7 +81,10 @@ class Control {
     Width = width;
     Height = height;
   }
-  // True when a user could act on it: loaded, shown, enabled, up the containers.
+  // True when it can take the focus: loaded, shown, enabled, up the containers.
+  bool Focusable() const;
+  // True when a user could act on it: focusable, and not below the window's
+  // lower edge.
   bool Reachable() const;
 
   bool Enabled = true;
