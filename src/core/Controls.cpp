@@ -125,6 +125,15 @@ void ListControl::UserPick(int index) {
   if (before == index && listIndex_ == index && Click) Click();
 }
 
+void ListControl::UserPress(int index, Int16 button, Int16 shift, double x, double y) {
+  Form& form = Parent();
+  const int generation = form.Generation();
+  if (index >= 0) SetListIndex(index);
+  // Click may have unloaded the window, and this control with it.
+  if (!form.Loaded() || form.Generation() != generation) return;
+  if (MouseDown) MouseDown(button, shift, x, y);
+}
+
 void ListControl::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Text"), PropValue::Text(Text));
   sink(QStringLiteral("ListCount"), PropValue::Int(List.size()));
@@ -330,8 +339,13 @@ void Grid::RemoveItem(int row) {
 }
 
 void Grid::UserClick(int row, int col) {
-  if (row >= 0 && row < rows_) Row = row;
-  if (col >= 0 && col < cols_) Col = col;
+  // A fixed row or column is a heading: the click reaches the program, the
+  // current cell stays where it was.
+  const bool onCell = row >= 0 && row < rows_ && col >= 0 && col < cols_;
+  if (onCell && row >= FixedRows && col >= FixedCols) {
+    Row = row;
+    Col = col;
+  }
   if (Click) Click();
 }
 

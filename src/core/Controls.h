@@ -163,6 +163,9 @@ class ListControl : public Control {
   // A pick by the user: ListIndex and Text follow, then Click, even when the
   // item was already the one chosen.
   void UserPick(int index);
+  // A mouse press by the user on item `index` (-1 for none, below the items):
+  // the pick moves there first, with Click when it changed, then MouseDown.
+  void UserPress(int index, Int16 button, Int16 shift, double x, double y);
 
   QStringList List;
   QString Text;
@@ -345,7 +348,8 @@ class Grid : public Control {
   void RemoveItem(int row);
   // Raised by every change, so that a view can tell what to redraw.
   int Revision() const { return revision_; }
-  // A click by the user on a cell: Row and Col go there, then Click.
+  // A click by the user on a cell: Row and Col go there, then Click. A click
+  // on a fixed row or column raises Click and moves neither.
   void UserClick(int row, int col);
   // The row of the last change made while the window was shown, for a view
   // that follows a growing list.

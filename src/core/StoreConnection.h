@@ -29,6 +29,7 @@ struct StoreConnection {
   bool holdCommits = false;
   Clock::time_point txStart;
   sqlite3_stmt* begin = nullptr;
+  sqlite3_stmt* beginRead = nullptr;
   sqlite3_stmt* commit = nullptr;
 
   explicit StoreConnection(sqlite3* handle) : db(handle) {}
@@ -70,6 +71,15 @@ struct StoreConnection {
     }
     Step(begin);
     sqlite3_reset(begin);
+    txStart = Clock::now();
+  }
+
+  // Called as a set moves on to its next row: a walk through a set reads in
+  // one transaction, which the next commit ends, instead of one a row.
+  void BeforeRead() {
+    if (InTransaction()) return;
+    Step(beginRead);
+    sqlite3_reset(beginRead);
     txStart = Clock::now();
   }
 

@@ -9,8 +9,6 @@
 
 namespace kuvo {
 
-namespace {
-
 Int16 ButtonCode(Qt::MouseButtons b) {
   Int16 code = 0;
   if (b & Qt::LeftButton) code |= 1;
@@ -26,8 +24,6 @@ Int16 ShiftCode(Qt::KeyboardModifiers m) {
   if (m & Qt::AltModifier) code |= 4;
   return code;
 }
-
-}  // namespace
 
 QColor Colour(unsigned bgr) { return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF); }
 
@@ -79,8 +75,12 @@ QRect ControlView::DesignRect() const {
 QPointF ControlView::Units(QObject* watched, QPointF pos) const {
   if (auto* w = qobject_cast<QWidget*>(watched); w && w != Widget() && Widget())
     pos = w->mapTo(Widget(), pos.toPoint());
-  return pos * kTwipsPerPixel;
+  return pos * TwipsPerPx();
 }
+
+int ControlView::Px(double twips) const { return kuvo::Px(twips, view_.Zoom()); }
+
+double ControlView::TwipsPerPx() const { return TwipsPerPixel() / view_.Zoom(); }
 
 bool ControlView::Raise(const std::function<void()>& handler) {
   // A control out of the user's reach takes no event; a timer's tick is none.

@@ -57,6 +57,9 @@ class ControlView {
   virtual bool ClickFromMouse() const { return false; }
   // Context of the widget's signal connections: gone once the view detaches.
   QObject* Guard() const { return guard_.get(); }
+  // Twips to pixels at the window's zoom, and the twips in one pixel.
+  int Px(double twips) const;
+  double TwipsPerPx() const;
   // Runs a handler of the control as a user event; false when the window went
   // or the control is out of the user's reach.
   bool Raise(const std::function<void()>& handler);
@@ -84,6 +87,11 @@ class NullView : public ControlView {
  protected:
   void SyncOwn() override {}
 };
+
+// The mouse buttons and the Shift, Ctrl and Alt keys as the mouse events give
+// them: 1, 2, 4 for left, right, middle; 1, 2, 4 for Shift, Ctrl, Alt.
+Int16 ButtonCode(Qt::MouseButtons b);
+Int16 ShiftCode(Qt::KeyboardModifiers m);
 
 // Colours are kept blue-green-red.
 QColor Colour(unsigned bgr);

@@ -17,8 +17,10 @@ class DrawingAreaWidget : public QWidget {
     setMouseTracking(true);
   }
   void Release() { area_ = nullptr; }
-  // The inner area's corner, inside the border, in pixels.
-  double Border() const { return area_ ? area_->BorderTwips() / double(kTwipsPerPixel) : 0; }
+  // Twips in one pixel of this area, the window's zoom included.
+  double twipsPerPx = 15;
+  // The border's thickness, in pixels.
+  double Border() const { return area_ ? area_->BorderTwips() / twipsPerPx : 0; }
 
  protected:
   void paintEvent(QPaintEvent*) override {
@@ -34,7 +36,7 @@ class DrawingAreaWidget : public QWidget {
     }
     p.fillRect(inner, Colour(area_->BackColor));
     p.setClipRect(inner);
-    const double scale = area_->TwipsPerUnit() / kTwipsPerPixel;
+    const double scale = area_->TwipsPerUnit() / twipsPerPx;
     for (const DrawingArea::Box& b : area_->Boxes()) {
       const QRectF box(QPointF(std::min(b.x1, b.x2), std::min(b.y1, b.y2)) * scale,
                        QPointF(std::max(b.x1, b.x2), std::max(b.y1, b.y2)) * scale);
@@ -60,11 +62,14 @@ void DrawingAreaView::Detach() {
 
 QPointF DrawingAreaView::Units(QObject*, QPointF pos) const {
   const double border = w_->Border();
-  return (pos - QPointF(border, border)) * kTwipsPerPixel / c_.TwipsPerUnit();
+  return (pos - QPointF(border, border)) * TwipsPerPx() / c_.TwipsPerUnit();
 }
 
 void DrawingAreaView::SyncOwn() {
-  if (c_.Revision() != revision_ || c_.BackColor != back_ || c_.BorderStyle != border_) {
+  const double twipsPerPx = TwipsPerPx();
+  if (c_.Revision() != revision_ || c_.BackColor != back_ || c_.BorderStyle != border_ ||
+      twipsPerPx != w_->twipsPerPx) {
+    w_->twipsPerPx = twipsPerPx;
     revision_ = c_.Revision();
     back_ = c_.BackColor;
     border_ = c_.BorderStyle;

@@ -6,7 +6,10 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QScreen>
+#include <QScrollBar>
 #include <algorithm>
+#include <cmath>
 
 #include "core/Controls.h"
 #include "core/Form.h"
@@ -36,10 +39,10 @@ namespace {
 constexpr int kFrameWidth = 6;
 constexpr int kFrameHeight = 25;
 
-QFont FormFont(const Form& form) {
+QFont FormFont(const Form& form, double zoom) {
   QFont f = QApplication::font();
   if (QFontDatabase::hasFamily(form.FontName)) f.setFamily(form.FontName);
-  f.setPointSizeF(form.FontSize > 0 ? form.FontSize : 8.25);
+  f.setPointSizeF((form.FontSize > 0 ? form.FontSize : 8.25) * zoom);
   return f;
 }
 
@@ -78,14 +81,15 @@ std::unique_ptr<ControlView> MakeView(FormView& v, Control& c) {
 
 FormView::FormView(QtPlatform& platform, Form& form)
     : QWidget(nullptr), platform_(platform), form_(form) {
-  setFont(FormFont(form));
+  setFont(FormFont(form, zoom_));
   Build();
 }
 
 FormView::~FormView() = default;
 
 void FormView::Build() {
-  resize(std::max(1, Px(form_.Width) - kFrameWidth), std::max(1, Px(form_.Height) - kFrameHeight));
+  resize(std::max(1, Px(form_.Width, zoom_) - kFrameWidth),
+         std::max(1, Px(form_.Height, zoom_) - kFrameHeight));
   for (Control* c : form_.Controls()) controls_.push_back(MakeView(*this, *c));
   // Contained controls go into their frame or picture.
   for (auto& cv : controls_) {
@@ -173,8 +177,52 @@ void FormView::ShowWindow(bool modal) {
   Sync();
 }
 
+QRect FormView::Room() const {
+  QMdiArea* area = platform_.WorkArea();
+  const bool child = sub_ || (!placed_ && form_.MDIChild && area);
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  const QRect desk = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
+  if (!child) return desk;
+  QWidget* main = platform_.MainWidget();
+  if (!area || !main) return QRect(QPoint(0, 0), desk.size());
+  // The work area of the main window maximised on the screen: the screen less
+  // the main window's title, menu, tool and status bars. The window manager
+  // may not have maximised it yet, so the bars are measured, not the area.
+  const QRect outer = main->frameGeometry();
+  const bool framed = main->isVisible() && outer.height() > main->height();
+  // The area's inside, without the scroll bars a larger window may have shown.
+  QSize inside = area->viewport()->size();
+  if (area->verticalScrollBar()->isVisible()) inside.rwidth() += area->verticalScrollBar()->width();
+  if (area->horizontalScrollBar()->isVisible())
+    inside.rheight() += area->horizontalScrollBar()->height();
+  const int bars = (framed ? outer.height() : main->height() + kFrameHeight) - inside.height();
+  const int sides = (framed ? outer.width() : main->width() + kFrameWidth) - inside.width();
+  // A pixel each way is kept for the rounding of scaled screens.
+  return QRect(0, 0, desk.width() - std::max(0, sides) - 1, desk.height() - std::max(0, bars) - 1);
+}
+
 void FormView::ApplyGeometry() {
-  const QRect r(Px(form_.Left), Px(form_.Top), Px(form_.Width), Px(form_.Height));
+  const QRect room = Room();
+  // A window larger than its room is drawn smaller, fonts and all, so that all
+  // of it can be seen and used.
+  const double width = Px(form_.Width), height = Px(form_.Height);
+  double zoom = 1.0;
+  if (width > room.width() && width > 0) zoom = std::min(zoom, room.width() / width);
+  if (height > room.height() && height > 0) zoom = std::min(zoom, room.height() / height);
+  zoom = std::max(0.5, std::floor(zoom * 1000) / 1000);
+  while (zoom > 0.5 &&
+         (Px(form_.Width, zoom) > room.width() || Px(form_.Height, zoom) > room.height()))
+    zoom -= 0.001;
+  if (zoom != zoom_) {
+    zoom_ = zoom;
+    setFont(FormFont(form_, zoom_));
+  }
+  QRect r(Px(form_.Left, zoom_), Px(form_.Top, zoom_), Px(form_.Width, zoom_),
+          Px(form_.Height, zoom_));
+  // Kept inside its room, so that no part of it lies out of reach.
+  r.moveLeft(
+      std::clamp(r.left(), room.left(), std::max(room.left(), room.right() + 1 - r.width())));
+  r.moveTop(std::clamp(r.top(), room.top(), std::max(room.top(), room.bottom() + 1 - r.height())));
   if (r == geometry_) return;
   geometry_ = r;
   if (sub_) {
@@ -182,7 +230,7 @@ void FormView::ApplyGeometry() {
     setMinimumSize(0, 0);
     setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     sub_->setFixedSize(r.size());
-    sub_->move(std::max(0, r.left()), std::max(0, r.top()));
+    sub_->move(r.topLeft());
   } else {
     setFixedSize(std::max(1, r.width() - kFrameWidth), std::max(1, r.height() - kFrameHeight));
     if (isWindow()) move(r.topLeft());

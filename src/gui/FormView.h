@@ -42,6 +42,9 @@ class FormView : public QWidget, public FormWindow {
   // The widget that shows a control (null for controls with nothing visible).
   QWidget* WidgetOf(const Control& control) const;
   QtPlatform& Platform() const { return platform_; }
+  // Below 1 when the window is drawn smaller, fonts included, to fit the room
+  // it stands in (the main window's work area, or the screen).
+  double Zoom() const { return zoom_; }
 
   // Runs a user event on this window; false when the window went away meanwhile.
   bool Raise(const std::function<void()>& handler);
@@ -56,6 +59,9 @@ class FormView : public QWidget, public FormWindow {
   void Build();
   void SyncWindow();
   void ApplyGeometry();
+  // The room the window stands in: the work area for a child window, the
+  // screen for another; its top left corner is where the window's place counts from.
+  QRect Room() const;
   void CloseByFrame();
   ControlView* ViewOfControl(const Control& control) const;
 
@@ -72,6 +78,7 @@ class FormView : public QWidget, public FormWindow {
   QString caption_;
   bool captionSet_ = false;
   QRect geometry_;
+  double zoom_ = 1.0;
   bool visible_ = false;
   bool enabled_ = true;
 };

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QPalette>
+#include <QScrollBar>
 #include <QTableView>
 #include <algorithm>
 
@@ -104,6 +105,8 @@ GridView::GridView(FormView& v, Grid& c)
   w_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   w_->setCornerButtonEnabled(false);
   w_->setWordWrap(false);
+  // Whole rows scroll, so that none sits half under the header.
+  w_->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
   QHeaderView* rows = w_->verticalHeader();
   rows->setVisible(false);
   rows->setSectionResizeMode(QHeaderView::Fixed);
@@ -112,16 +115,22 @@ GridView::GridView(FormView& v, Grid& c)
   QHeaderView* cols = w_->horizontalHeader();
   cols->setSectionResizeMode(QHeaderView::Interactive);
   cols->setMinimumSectionSize(0);
-  cols->setSectionsClickable(false);
+  cols->setSectionsClickable(true);
   cols->setHighlightSections(false);
   QObject::connect(w_, &QTableView::clicked, Guard(), [this](const QModelIndex& index) {
     const int row = index.row() + model_->HeadRows(), col = index.column();
     Raise([this, row, col] {
-      // The view's own record of the cell follows before the handler runs.
-      row_ = row < c_.Rows() ? row : c_.Row;
-      col_ = col < c_.Cols() ? col : c_.Col;
+      // The view's own record of the cell follows before the handler runs;
+      // a fixed cell leaves the current cell, so the view goes back to it.
+      const bool fixed = row < c_.FixedRows || col < c_.FixedCols;
+      row_ = fixed ? -1 : row < c_.Rows() ? row : c_.Row;
+      col_ = fixed ? -1 : col < c_.Cols() ? col : c_.Col;
       c_.UserClick(row, col);
     });
+  });
+  // The heading row is the table's header: a click there is a click on row 0.
+  QObject::connect(cols, &QHeaderView::sectionClicked, Guard(), [this](int col) {
+    if (model_->HeadRows() > 0) Raise([this, col] { c_.UserClick(0, col); });
   });
   QObject::connect(w_, &QTableView::doubleClicked, Guard(), [this] {
     if (c_.DblClick) Raise([this] { c_.DblClick(); });
@@ -138,29 +147,34 @@ void GridView::Detach() {
 }
 
 void GridView::SyncOwn() {
+  if (view_.Zoom() != zoom_) {
+    // Drawn smaller: the widths and the rows follow the window's zoom.
+    zoom_ = view_.Zoom();
+    widths_.clear();
+    revision_ = -1;
+    w_->verticalHeader()->setDefaultSectionSize(w_->fontMetrics().height() + 4);
+  }
   if (revision_ != c_.Revision()) {
     revision_ = c_.Revision();
     // A reset model forgets the column widths.
     if (model_->Update()) widths_.clear();
     SyncWidths();
-    if (c_.LastRowWritten() != lastRow_) {
-      lastRow_ = c_.LastRowWritten();
-      const int r = lastRow_ - model_->HeadRows();
-      if (r >= 0 && r < model_->rowCount({}) && model_->columnCount({}) > 0) {
-        // The scroll range must know the new rows before the view follows.
-        QMetaObject::invokeMethod(w_, "updateGeometries", Qt::DirectConnection);
-        w_->scrollTo(model_->index(r, std::max(0, w_->columnAt(0))));
-      }
-    }
   }
   if (row_ != c_.Row || col_ != c_.Col) {
     row_ = c_.Row;
     col_ = c_.Col;
+    // The current cell moves without scrolling the grid: a grid being filled
+    // keeps showing its first rows, as the platform's grid does.
+    QScrollBar* down = w_->verticalScrollBar();
+    QScrollBar* across = w_->horizontalScrollBar();
+    const int top = down->value(), left = across->value();
     const int r = row_ - model_->HeadRows();
     if (r >= 0 && col_ >= 0 && r < model_->rowCount({}) && col_ < model_->columnCount({}))
       w_->setCurrentIndex(model_->index(r, col_));
     else
       w_->clearSelection();
+    down->setValue(top);
+    across->setValue(left);
   }
 }
 

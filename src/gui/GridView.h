@@ -59,9 +59,9 @@ class GridView : public ControlView {
   QTableView* w_;
   GridModel* model_;
   int revision_ = -1;
-  int lastRow_ = -1;
   int row_ = -1, col_ = -1;
   std::vector<int> widths_;
+  double zoom_ = 1;
 };
 
 }  // namespace kuvo

@@ -27,12 +27,13 @@ void LabelView::SyncOwn() {
     pal.setColor(QPalette::WindowText, Colour(fore_));
     w_->setPalette(pal);
   }
-  if (first_ || c_.FontBold != bold_ || c_.FontSize != size_) {
+  if (first_ || c_.FontBold != bold_ || c_.FontSize != size_ || view_.Zoom() != zoom_) {
     bold_ = c_.FontBold;
     size_ = c_.FontSize;
+    zoom_ = view_.Zoom();
     QFont f = w_->font();
     f.setBold(bold_);
-    if (size_ > 0) f.setPointSizeF(size_);
+    if (size_ > 0) f.setPointSizeF(size_ * zoom_);
     w_->setFont(f);
   }
   if (first_ || c_.Alignment != align_) {

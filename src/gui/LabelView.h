@@ -25,7 +25,7 @@ class LabelView : public ControlView {
   QString caption_;
   unsigned back_ = 0, fore_ = 0;
   bool bold_ = false;
-  double size_ = 0;
+  double size_ = 0, zoom_ = 1;
   int align_ = 0;
 };
 

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 
 #include "gui/FormView.h"
@@ -75,9 +76,28 @@ ListView::ListView(FormView& v, ListBox& c) : ControlView(v, c), c_(c), w_(new Q
 QWidget* ListView::Widget() const { return w_; }
 
 bool ListView::OnEvent(QObject* watched, QEvent* event) {
-  // A new press: whether it picks a new row is told by currentRowChanged.
-  if (event->type() == QEvent::MouseButtonPress) picked_ = false;
-  return ControlView::OnEvent(watched, event);
+  if (event->type() != QEvent::MouseButtonPress) return ControlView::OnEvent(watched, event);
+  if (watched != w_->viewport()) {
+    // A press on the frame: whether it picks a row is told by currentRowChanged.
+    picked_ = false;
+    return ControlView::OnEvent(watched, event);
+  }
+  // A press on the items picks the row under it (Click when it changed), then
+  // raises MouseDown, before the widget sees the press.
+  auto* e = static_cast<QMouseEvent*>(event);
+  const int row = w_->indexAt(e->position().toPoint()).row();
+  const bool onItem = row >= 0 && row < c_.ListCount();
+  const bool changed = onItem && row != c_.ListIndex();
+  const QPointF at = Units(watched, e->position());
+  const Int16 button = ButtonCode(e->button());
+  const Int16 shift = ShiftCode(e->modifiers());
+  if (!Raise([this, onItem, row, button, shift, at] {
+        c_.UserPress(onItem ? row : -1, button, shift, at.x(), at.y());
+      }))
+    return true;
+  // A release on the row this press picked raises no second Click.
+  picked_ = changed;
+  return false;
 }
 
 void ListView::SyncOwn() {

@@ -37,7 +37,7 @@ void PictureView::Detach() {
 
 QPointF PictureView::Units(QObject*, QPointF pos) const {
   const QPointF inner = pos - QPointF(w_->contentsRect().topLeft());
-  return inner * kTwipsPerPixel;
+  return inner * TwipsPerPx();
 }
 
 void PictureView::SyncOwn() {

@@ -12,6 +12,8 @@ namespace kuvo {
 TextBoxView::TextBoxView(FormView& v, TextBox& c) : ControlView(v, c), c_(c) {
   if (c.MultiLine) {
     multi_ = new QPlainTextEdit(&v);
+    // Tab moves to the next control, as in the platform's text boxes.
+    multi_->setTabChangesFocus(true);
     QObject::connect(multi_, &QPlainTextEdit::textChanged, Guard(), [this] {
       if (syncing_) return;
       c_.Text = multi_->toPlainText();

@@ -2,10 +2,14 @@
 
 namespace kuvo {
 
-// Twips to pixels and back, at the program's 15 twips a pixel.
-constexpr int kTwipsPerPixel = 15;
-inline int Px(double twips) {
-  return static_cast<int>(twips / kTwipsPerPixel + (twips >= 0 ? 0.5 : -0.5));
+// A twip is 1/1440 inch: the twips in a pixel follow the screen's logical DPI
+// (15 at 96 DPI, 12 at 120), so that sizes grow with the fonts.
+double TwipsPerPixel();
+
+// Twips to pixels, at a zoom below 1 for a window drawn smaller to fit the screen.
+inline int Px(double twips, double zoom = 1.0) {
+  const double px = twips * zoom / TwipsPerPixel();
+  return static_cast<int>(px + (px >= 0 ? 0.5 : -0.5));
 }
 
 }  // namespace kuvo

@@ -73,39 +73,39 @@ TirBaseUi::TirBaseUi(TirBase& f)
       Plus(f, "Plus"),
       Moins(f, "Moins") {
   f.Caption = QStringLiteral("Visualisation de la Base");
-  f.Width = 12660;
+  f.Width = 12600;
   f.Height = kHaute;
 
   // Four grids side by side, each under its heading.
-  SetLabel(Label1, "Numéros par ordre croissant", 120, 120, 2400);
-  SetGrid(Liste1, 50, 3, " Numéro | Sorties|   %  ", {780, 720, 600}, 120, 420, 2400, 3600);
-  SetLabel(Label5, "Numéros taux de Reusite", 2640, 120, 2400);
-  SetGrid(Liste2, 50, 3, " Numéro | Sorties|   %  ", {780, 720, 600}, 2640, 420, 2400, 3600);
-  SetLabel(Label3, "", 5160, 120, 4740);
+  SetLabel(Label1, "Numéros par ordre croissant", 120, 120, 2640);
+  SetGrid(Liste1, 50, 3, " Numéro | Sorties|   %  ", {780, 720, 660}, 120, 420, 2520, 3600);
+  SetLabel(Label5, "Numéros taux de Reusite", 2760, 120, 2520);
+  SetGrid(Liste2, 50, 3, " Numéro | Sorties|   %  ", {780, 720, 660}, 2760, 420, 2520, 3600);
+  SetLabel(Label3, "", 5400, 120, 4320);
   SetGrid(Liste3, 2, 7, "Date                        |  1 |  2 |  3 |  4 |  5 | Chance",
-          {1710, 390, 390, 390, 390, 390, 660}, 5160, 420, 4740, 3600);
-  SetLabel(Label2, "Numéro Chance", 10020, 120, 2400);
-  SetGrid(Liste4, 11, 3, " Numéro | Sorties|   %  ", {780, 720, 600}, 10020, 420, 2400, 2880);
+          {1500, 360, 360, 360, 360, 360, 660}, 5400, 420, 4320, 3600);
+  SetLabel(Label2, "Numéro Chance", 9840, 120, 2400);
+  SetGrid(Liste4, 11, 3, " Numéro | Sorties|   %  ", {780, 720, 600}, 9840, 420, 2400, 2880);
   Image6.Picture = 2;
-  Image6.Move(10980, 3480, 480, 480);
+  Image6.Move(10800, 3480, 480, 480);
 
   // The buttons along the lower edge of the short form; the two chart buttons
   // share one place.
   Quitter.Caption = QStringLiteral("<<  &Retour au menu");
   Quitter.Move(120, 4200, 2400, 420);
   GraphiquePlus.Caption = QStringLiteral("&Graphique  >>");
-  GraphiquePlus.Move(10020, 4200, 2400, 420);
+  GraphiquePlus.Move(9840, 4200, 2400, 420);
   GraphiqueMoins.Caption = QStringLiteral("<<  &Graphique");
-  GraphiqueMoins.Move(10020, 4200, 2400, 420);
+  GraphiqueMoins.Move(9840, 4200, 2400, 420);
   GraphiqueMoins.Visible = false;
 
-  // The chart, below the lower edge of the short form, and its scale buttons
-  // beside it.
-  Label4.Move(120, 4980, 8535, 255);
-  Picture1.Move(120, 5280, 8535, 3495);
+  // The chart, below the lower edge of the short form: its caption, the
+  // drawing area and its scale buttons beside it.
+  Label4.Move(120, 4925, 8535, 225);
+  Picture1.Move(120, 5150, 8535, 3495);
   Picture1.ScaleMode = Scale::Millimetres;
   Picture1.BorderStyle = 0;
-  Picture2.Move(8880, 5280, 1200, 3495);
+  Picture2.Move(8880, 5150, 1200, 3495);
   Plus.Caption = QStringLiteral("+");
   Plus.Container = &Picture2;
   Plus.Move(240, 840, 720, 615);

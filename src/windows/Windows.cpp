@@ -4,10 +4,14 @@
 #include "core/Avance.h"
 #include "core/MDIKuvo.h"
 #include "draws/ChargeMiseJour.h"
+#include "draws/TirModi.h"
 #include "draws/TirSais.h"
+#include "draws/TirSup.h"
 #include "favourites/NumPref.h"
 #include "proposals/AleaOrdi.h"
+#include "statistics/NumerosAffines.h"
 #include "statistics/TirBase.h"
+#include "statistics/TirGrou.h"
 #include "statistics/TirVerif.h"
 
 namespace kuvo {
@@ -28,13 +32,13 @@ const WindowMakers& AllWindows() {
       {"Avance", &Make<Avance>},
       {"AleaBase", nullptr},
       {"AleaOrdi", &Make<AleaOrdi>},
-      {"NumerosAffines", nullptr},
+      {"NumerosAffines", &Make<NumerosAffines>},
       {"NumPref", &Make<NumPref>},
       {"TirBase", &Make<TirBase>},
-      {"TirGrou", nullptr},
-      {"TirModi", nullptr},
+      {"TirGrou", &Make<TirGrou>},
+      {"TirModi", &Make<TirModi>},
       {"TirSais", &Make<TirSais>},
-      {"TirSup", nullptr},
+      {"TirSup", &Make<TirSup>},
       {"TirVerif", &Make<TirVerif>},
       {"ChargeMiseJour", &Make<ChargeMiseJour>},
       {"Propos", &Make<Propos>},

@@ -396,6 +396,7 @@ TEST_F(FormViewTest, GridFollowsRowsAddedOneByOneInALongLoop) {
     g.SetTextMatrix(r, 0, QStringLiteral("%1").arg(r));
     g.SetTextMatrix(r, 1, QString::number(r * 2));
     g.SetTextMatrix(r, 2, QStringLiteral("texte"));
+    g.Row = r;
     run->platform.DoEvents();
     if (r == 1500) shownHalfway = table->model()->rowCount();
   }
@@ -415,8 +416,13 @@ TEST_F(FormViewTest, GridFollowsRowsAddedOneByOneInALongLoop) {
   // The fixed column looks like a header.
   EXPECT_TRUE(table->model()->index(0, 0).data(Qt::BackgroundRole).isValid());
   EXPECT_FALSE(table->model()->index(0, 1).data(Qt::BackgroundRole).isValid());
-  // The view followed the last row written.
-  EXPECT_EQ(table->verticalScrollBar()->value(), table->verticalScrollBar()->maximum());
+  // Filling the grid, current row included, never scrolled it: its first row
+  // stands right under the header.
+  EXPECT_GT(table->verticalScrollBar()->maximum(), 0);
+  EXPECT_EQ(table->verticalScrollBar()->value(), 0);
+  EXPECT_EQ(table->rowAt(0), 0);
+  EXPECT_EQ(table->rowViewportPosition(0), 0);
+  EXPECT_EQ(table->currentIndex().row(), 2999);
 
   table->clicked(table->model()->index(4, 1));
   EXPECT_EQ(g.Row, 5);
@@ -426,6 +432,51 @@ TEST_F(FormViewTest, GridFollowsRowsAddedOneByOneInALongLoop) {
   g.SetRows(2);
   run->platform.SyncAll();
   EXPECT_EQ(table->model()->rowCount(), 1);
+}
+
+void MouseClick(QWidget* w, QPoint at) {
+  QMouseEvent press(QEvent::MouseButtonPress, QPointF(at), w->mapToGlobal(QPointF(at)),
+                    Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(w, &press);
+  QMouseEvent release(QEvent::MouseButtonRelease, QPointF(at), w->mapToGlobal(QPointF(at)),
+                      Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(w, &release);
+}
+
+TEST_F(FormViewTest, GridHeadingsClickWithoutMovingTheCurrentCell) {
+  FormView* view = Show();
+  SampleUi& ui = sample->ui();
+  Grid& g = ui.Grille;
+  g.SetRows(4);
+  for (int r = 1; r < 4; ++r) g.SetTextMatrix(r, 1, QString::number(r * 10));
+  run->platform.SyncAll();
+  auto* table = Widget<QTableView>(view, g);
+  ASSERT_NE(table, nullptr);
+  QWidget* cells = table->viewport();
+
+  MouseClick(cells, table->visualRect(table->model()->index(1, 2)).center());
+  run->platform.SyncAll();
+  EXPECT_EQ(g.Row, 2);
+  EXPECT_EQ(g.Col, 2);
+  EXPECT_EQ(table->currentIndex(), table->model()->index(1, 2));
+
+  // The fixed column: a click, and the view goes back to the current cell.
+  MouseClick(cells, table->visualRect(table->model()->index(2, 0)).center());
+  run->platform.SyncAll();
+  EXPECT_EQ(g.Row, 2);
+  EXPECT_EQ(g.Col, 2);
+  EXPECT_EQ(table->currentIndex(), table->model()->index(1, 2));
+
+  // The heading row.
+  QHeaderView* head = table->horizontalHeader();
+  MouseClick(head->viewport(), QPoint(head->sectionViewportPosition(1) + 5, head->height() / 2));
+  run->platform.SyncAll();
+  EXPECT_EQ(g.Row, 2);
+  EXPECT_EQ(g.Col, 2);
+  EXPECT_EQ(table->currentIndex(), table->model()->index(1, 2));
+  EXPECT_EQ(sample->events,
+            QStringList({QStringLiteral("Grille_Click:2"), QStringLiteral("Grille_Click:2"),
+                         QStringLiteral("Grille_Click:2")}));
 }
 
 TEST_F(FormViewTest, GridOfThirtyThousandRowsHasNoWidgetPerCell) {
