@@ -73,7 +73,7 @@ TirBaseUi::TirBaseUi(TirBase& f)
       Plus(f, "Plus"),
       Moins(f, "Moins") {
   f.Caption = QStringLiteral("Visualisation de la Base");
-  f.Width = 12600;
+  f.Width = 13080;
   f.Height = kHaute;
 
   // Four grids side by side, each under its heading.
@@ -81,22 +81,22 @@ TirBaseUi::TirBaseUi(TirBase& f)
   SetGrid(Liste1, 50, 3, " Numéro | Sorties|   %  ", {780, 720, 660}, 120, 420, 2520, 3600);
   SetLabel(Label5, "Numéros taux de Reusite", 2760, 120, 2520);
   SetGrid(Liste2, 50, 3, " Numéro | Sorties|   %  ", {780, 720, 660}, 2760, 420, 2520, 3600);
-  SetLabel(Label3, "", 5400, 120, 4320);
+  SetLabel(Label3, "", 5400, 120, 4800);
   SetGrid(Liste3, 2, 7, "Date                        |  1 |  2 |  3 |  4 |  5 | Chance",
-          {1500, 360, 360, 360, 360, 360, 660}, 5400, 420, 4320, 3600);
-  SetLabel(Label2, "Numéro Chance", 9840, 120, 2400);
-  SetGrid(Liste4, 11, 3, " Numéro | Sorties|   %  ", {780, 720, 600}, 9840, 420, 2400, 2880);
+          {1800, 375, 375, 375, 375, 375, 720}, 5400, 420, 4800, 3600);
+  SetLabel(Label2, "Numéro Chance", 10320, 120, 2400);
+  SetGrid(Liste4, 11, 3, " Numéro | Sorties|   %  ", {780, 720, 600}, 10320, 420, 2400, 2880);
   Image6.Picture = 2;
-  Image6.Move(10800, 3480, 480, 480);
+  Image6.Move(11280, 3480, 480, 480);
 
   // The buttons along the lower edge of the short form; the two chart buttons
   // share one place.
   Quitter.Caption = QStringLiteral("<<  &Retour au menu");
   Quitter.Move(120, 4200, 2400, 420);
   GraphiquePlus.Caption = QStringLiteral("&Graphique  >>");
-  GraphiquePlus.Move(9840, 4200, 2400, 420);
+  GraphiquePlus.Move(10320, 4200, 2400, 420);
   GraphiqueMoins.Caption = QStringLiteral("<<  &Graphique");
-  GraphiqueMoins.Move(9840, 4200, 2400, 420);
+  GraphiqueMoins.Move(10320, 4200, 2400, 420);
   GraphiqueMoins.Visible = false;
 
   // The chart, below the lower edge of the short form: its caption, the
