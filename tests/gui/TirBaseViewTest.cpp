@@ -12,6 +12,7 @@
 #include "core/MDIKuvo.h"
 #include "core/Module1.h"
 #include "gui/FormView.h"
+#include "gui/Twips.h"
 #include "statistics/TirBase.h"
 
 namespace kuvo::testing {
@@ -44,8 +45,11 @@ class TirBaseViewTest : public ::testing::Test {
     return chart->grab().toImage();
   }
   // The colour of the chart at a point given in millimetres.
+  // Pixels in a millimetre of the chart, at the screen's DPI and the window's zoom.
+  double PxPerMm() { return TwipsPerPx() > 0 ? 1440.0 / 25.4 / TwipsPerPx() : 0; }
+  double TwipsPerPx() { return TwipsPerPixel() / view->Zoom(); }
   QColor At(const QImage& image, double xMm, double yMm) {
-    const double px = 1440.0 / 25.4 / 15;
+    const double px = PxPerMm();
     return image.pixelColor(static_cast<int>(xMm * px), static_cast<int>(yMm * px));
   }
   void Click(const Control& c) {
@@ -105,8 +109,8 @@ TEST_F(TirBaseViewTest, BarsArePaintedInTwoColoursAndCutAtTheUpperEdge) {
   Click(w().ui().GraphiquePlus);
   QCoreApplication::processEvents();
   const QImage image = Chart();
-  EXPECT_EQ(image.width(), 8535 / 15);
-  EXPECT_EQ(image.height(), 3495 / 15);
+  EXPECT_NEAR(image.width(), 8535 / TwipsPerPx(), 1);
+  EXPECT_NEAR(image.height(), 3495 / TwipsPerPx(), 1);
   const double base = w().ui().Picture1.ScaleHeight() - 2;
   // Number 7 (odd) at 100 % with the scale at 50: light green up to the top.
   EXPECT_EQ(At(image, 20.7, base - 1), QColor(0, 255, 0));
@@ -143,7 +147,7 @@ TEST_F(TirBaseViewTest, TheMouseOverTheChartShowsTheNumberInMillimetres) {
   QWidget* chart = WidgetOf(w().ui().Picture1);
   auto* label4 = qobject_cast<QLabel*>(WidgetOf(w().ui().Label4));
   ASSERT_NE(label4, nullptr);
-  const double px = 1440.0 / 25.4 / 15;
+  const double px = PxPerMm();
   // Column 7 runs from 19 to 22 mm.
   MoveMouse(chart, QPointF(20 * px, 30 * px));
   EXPECT_EQ(w().ui().Label4.Caption,
@@ -164,6 +168,16 @@ TEST_F(TirBaseViewTest, GridsOpenAtTheirTopRow) {
   auto* liste3 = qobject_cast<QTableView*>(WidgetOf(w().ui().Liste3));
   EXPECT_EQ(liste3->model()->rowCount(), 2);
   EXPECT_EQ(liste3->model()->index(0, 0).data().toString(), QStringLiteral("04 mars 2024"));
+  // Numbers in the regional form stand on the right, the lone separator on the left.
+  auto* liste4 = qobject_cast<QTableView*>(WidgetOf(w().ui().Liste4));
+  const auto align = [liste4](int row) {
+    return liste4->model()->index(row, 2).data(Qt::TextAlignmentRole).toInt() &
+           Qt::AlignHorizontal_Mask;
+  };
+  EXPECT_EQ(liste4->model()->index(2, 2).data().toString(), QStringLiteral("100,"));
+  EXPECT_EQ(align(2), Qt::AlignRight);
+  EXPECT_EQ(liste4->model()->index(0, 2).data().toString(), QStringLiteral(","));
+  EXPECT_EQ(align(0), Qt::AlignLeft);
 }
 
 }  // namespace
