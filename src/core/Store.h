@@ -89,7 +89,8 @@ class Database {
 
   // Writes are grouped into one transaction: it is committed by CommitPending
   // (at the end of each user event), before the store raises an error, and at
-  // least every 100 ms of a long pass.
+  // least every 100 ms of a long pass. Reads share one transaction too, which
+  // the same commits end, or the next write.
   void CommitPending();
 
   sqlite3* Handle() const;

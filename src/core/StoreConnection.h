@@ -31,6 +31,8 @@ struct StoreConnection {
   sqlite3_stmt* begin = nullptr;
   sqlite3_stmt* beginRead = nullptr;
   sqlite3_stmt* commit = nullptr;
+  // The open transaction has only read so far.
+  bool readOnly = false;
 
   explicit StoreConnection(sqlite3* handle) : db(handle) {}
   ~StoreConnection();
@@ -63,24 +65,27 @@ struct StoreConnection {
   void Commit();
 
   // Called before each write: opens the transaction that groups writes, and
-  // commits one that has been open more than 100 ms.
+  // commits one that has been open more than 100 ms or that has only read.
   void BeforeWrite() {
     if (InTransaction()) {
-      if (holdCommits || Clock::now() - txStart < std::chrono::milliseconds(100)) return;
+      if (!readOnly && (holdCommits || Clock::now() - txStart < std::chrono::milliseconds(100)))
+        return;
       Commit();
     }
     Step(begin);
     sqlite3_reset(begin);
     txStart = Clock::now();
+    readOnly = false;
   }
 
-  // Called as a set moves on to its next row: a walk through a set reads in
-  // one transaction, which the next commit ends, instead of one a row.
+  // Called before rows are read: reads outside a transaction open one, so that
+  // a walk over many rows takes the file's locks once instead of once a row. It
+  // ends with the next commit, at the latest at the end of the event.
   void BeforeRead() {
     if (InTransaction()) return;
     Step(beginRead);
     sqlite3_reset(beginRead);
-    txStart = Clock::now();
+    readOnly = true;
   }
 
   // The table of that name, read once per connection (until a schema change).

@@ -79,6 +79,7 @@ struct Recordset::Impl {
 
   // Steps a positioning statement (bound by the caller) and takes its row.
   bool Position(sqlite3_stmt* st) {
+    c->BeforeRead();
     if (c->Step(st) != SQLITE_ROW) {
       sqlite3_reset(st);
       return false;
@@ -112,6 +113,7 @@ struct Recordset::Impl {
     if (kind == Kind::Snapshot || stamp == sqlite3_total_changes64(c->db)) return;
     sqlite3_stmt* st = ByRowidStmt(*c, *t);
     sqlite3_bind_int64(st, 1, rowid);
+    c->BeforeRead();
     if (c->Step(st) != SQLITE_ROW) {
       sqlite3_reset(st);
       Fail(3167, QStringLiteral("L'enregistrement est supprimé."));

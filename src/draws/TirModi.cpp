@@ -29,6 +29,12 @@ QString StatementDate(const QString& text, const char* mask) {
   return IsDateText(text) ? FormatDate(DateFromText(text), QLatin1String(mask)) : text;
 }
 
+// A cell of the grid against a column of the current draw: a missing value
+// equals no number, not even the 0 of an empty cell.
+bool SameNumber(const QString& cell, const Value& value) {
+  return !value.isNull() && Val(cell) == value.toDouble();
+}
+
 }  // namespace
 
 TirModiUi::TirModiUi(TirModi& f)
@@ -245,10 +251,10 @@ void TirModi::MiseAJour_Click() {
   while (!RsTirage->Eof()) {
     bool found = true;
     for (int k = 0; k < 5; ++k)
-      found = found &&
-              Val(before[k]) == RsTirage->Fields(QLatin1String(kNumbers[k])).GetValue().toDouble();
-    found = found && Val(before[5]) ==
-                         RsTirage->Fields(QStringLiteral("NumeroChance")).GetValue().toDouble();
+      found =
+          found && SameNumber(before[k], RsTirage->Fields(QLatin1String(kNumbers[k])).GetValue());
+    found =
+        found && SameNumber(before[5], RsTirage->Fields(QStringLiteral("NumeroChance")).GetValue());
     if (found) break;
     RsTirage->MoveNext();
   }

@@ -38,6 +38,12 @@ auto Resume(Statement&& statement) {
   }
 }
 
+// A cell of the grid against a column of the current draw: a missing value
+// equals no number, not even the 0 of an empty cell.
+bool SameNumber(const QString& cell, const Value& value) {
+  return !value.isNull() && Val(cell) == value.toDouble();
+}
+
 }  // namespace
 
 TirSupUi::TirSupUi(TirSup& f)
@@ -171,10 +177,10 @@ void TirSup::MiseJour_Click() {
   while (!RsTirage->Eof()) {
     bool found = true;
     for (int k = 0; k < 5; ++k)
-      found = found &&
-              Val(drawn[k]) == RsTirage->Fields(QLatin1String(kNumbers[k])).GetValue().toDouble();
-    found = found &&
-            Val(drawn[5]) == RsTirage->Fields(QStringLiteral("NumeroChance")).GetValue().toDouble();
+      found =
+          found && SameNumber(drawn[k], RsTirage->Fields(QLatin1String(kNumbers[k])).GetValue());
+    found =
+        found && SameNumber(drawn[5], RsTirage->Fields(QStringLiteral("NumeroChance")).GetValue());
     if (found) break;
     RsTirage->MoveNext();
   }
