@@ -35,7 +35,7 @@ void Control::Describe(const PropertySink& sink) const {
   DescribeOwn(sink);
 }
 
-bool Control::Reachable() const {
+bool Control::Focusable() const {
   if (!form_.Loaded() || !form_.Visible || !form_.Enabled) return false;
   // A child window goes out of sight with the main window.
   if (form_.MDIChild) {
@@ -47,8 +47,16 @@ bool Control::Reachable() const {
   return true;
 }
 
+bool Control::Reachable() const {
+  if (!Focusable()) return false;
+  // A control lying below the window's lower edge is out of sight and reach.
+  double top = 0;
+  for (const Control* c = this; c; c = c->Container) top += c->Top;
+  return kind_ == ControlKind::Menu || top < form_.ScaleHeight();
+}
+
 void Control::SetFocus() {
-  if (!Reachable()) Raise(Err::InvalidCall);
+  if (!Focusable()) Raise(Err::InvalidCall);
   form_.ActiveControl = this;
   form_.Sys().FocusChanged(*this);
 }
@@ -175,18 +183,50 @@ void Frame::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Caption"), PropValue::Text(Caption));
 }
 
-void PictureBox::Cls() {
-  Drawing.clear();
-  ++Revision;
-}
-
-void PictureBox::FillBox(double x1, double y1, double x2, double y2, unsigned colour) {
-  Drawing.push_back({x1, y1, x2, y2, colour});
-  ++Revision;
-}
-
 void PictureBox::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Picture"), PropValue::Int(Picture));
+  sink(QStringLiteral("BackColor"), PropValue::Colour(BackColor));
+}
+
+unsigned QBColor(int colour) {
+  static const unsigned kPalette[16] = {
+      0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080, 0x008080, 0xC0C0C0,
+      0x808080, 0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF,
+  };
+  if (colour < 0 || colour > 15) Raise(Err::InvalidCall);
+  return kPalette[colour];
+}
+
+double DrawingArea::TwipsPerUnit() const {
+  switch (ScaleMode) {
+    case Scale::Points: return 20.0;
+    case Scale::Pixels: return 15.0;
+    case Scale::Inches: return 1440.0;
+    case Scale::Millimetres: return 1440.0 / 25.4;
+    case Scale::Centimetres: return 1440.0 / 2.54;
+    default: return 1.0;
+  }
+}
+
+double DrawingArea::ScaleWidth() const { return (Width - 2 * BorderTwips()) / TwipsPerUnit(); }
+
+double DrawingArea::ScaleHeight() const { return (Height - 2 * BorderTwips()) / TwipsPerUnit(); }
+
+void DrawingArea::Cls() {
+  boxes_.clear();
+  ++revision_;
+}
+
+void DrawingArea::LineBF(double x1, double y1, double x2, double y2, unsigned colour) {
+  boxes_.push_back({x1, y1, x2, y2, colour});
+  ++revision_;
+}
+
+void DrawingArea::DescribeOwn(const PropertySink& sink) const {
+  sink(QStringLiteral("ScaleMode"), PropValue::Int(ScaleMode));
+  sink(QStringLiteral("ScaleWidth"), PropValue::Double(ScaleWidth()));
+  sink(QStringLiteral("ScaleHeight"), PropValue::Double(ScaleHeight()));
+  sink(QStringLiteral("BorderStyle"), PropValue::Int(BorderStyle));
   sink(QStringLiteral("BackColor"), PropValue::Colour(BackColor));
 }
 
@@ -240,7 +280,9 @@ QString Grid::TextMatrix(int row, int col) const {
 void Grid::SetTextMatrix(int row, int col, const QString& text) {
   CheckCell(row, col);
   cells_[static_cast<size_t>(row * cols_ + col)] = text;
-  lastRow_ = row;
+  // Only a list filled on screen is followed; one filled before its window
+  // shows opens at its top.
+  if (Parent().Visible) lastRow_ = row;
   ++revision_;
 }
 

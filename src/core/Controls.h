@@ -28,6 +28,7 @@ enum class ControlKind {
   CheckBox,
   Frame,
   PictureBox,
+  DrawingArea,
   Image,
   Line,
   Grid,
@@ -68,8 +69,8 @@ class Control {
   // Every property an observer can read, with its name as a script writes it.
   void Describe(const PropertySink& sink) const;
 
-  // Gives the focus to this control; a control the user cannot reach refuses
-  // it with error 5, as the platform does.
+  // Gives the focus to this control; a control that can't take it refuses it
+  // with error 5, as the platform does.
   void SetFocus();
   // Pushes the control's state to the screen at once.
   void Refresh();
@@ -80,7 +81,10 @@ class Control {
     Width = width;
     Height = height;
   }
-  // True when a user could act on it: loaded, shown, enabled, up the containers.
+  // True when it can take the focus: loaded, shown, enabled, up the containers.
+  bool Focusable() const;
+  // True when a user could act on it: focusable, and not below the window's
+  // lower edge.
   bool Reachable() const;
 
   bool Enabled = true;
@@ -225,26 +229,74 @@ class Frame : public Control {
   void DescribeOwn(const PropertySink& sink) const override;
 };
 
-// One filled rectangle drawn on a picture, in the picture's scale.
-struct DrawnBox {
-  double x1, y1, x2, y2;
-  unsigned colour;
-};
-
 class PictureBox : public Control {
  public:
   PictureBox(Form& f, QString name, int index = -1)
       : Control(f, ControlKind::PictureBox, name, index) {}
   int Picture = -1;  // the cell of the picture shown, from 0; -1 for none
   unsigned BackColor = Colours::ButtonFace;
-  // Retained drawing, for pictures used as drawing areas.
-  std::vector<DrawnBox> Drawing;
-  int Revision = 0;  // raised by every change of the drawing
-  void Cls();
-  void FillBox(double x1, double y1, double x2, double y2, unsigned colour);
 
  protected:
   void DescribeOwn(const PropertySink& sink) const override;
+};
+
+// The colour numbered 0..15 in the platform's 16-colour palette, blue-green-red:
+// 10 is light green (00FF00), 13 light magenta (FF00FF). Another number raises
+// error 5.
+unsigned QBColor(int colour);
+
+// Units of a drawing area's scale.
+namespace Scale {
+constexpr int Twips = 1;
+constexpr int Points = 2;
+constexpr int Pixels = 3;
+constexpr int Inches = 5;
+constexpr int Millimetres = 6;
+constexpr int Centimetres = 7;
+}  // namespace Scale
+
+// A picture used as a drawing area: what the program draws on it, in the
+// area's own unit, is kept in drawing order until the next Cls, so that a view
+// can paint it again whenever the area is uncovered. A box reaching past an
+// edge is kept whole; the view cuts it off.
+class DrawingArea : public Control {
+ public:
+  DrawingArea(Form& f, QString name, int index = -1)
+      : Control(f, ControlKind::DrawingArea, name, index) {}
+
+  // One filled box as drawn, corners in the area's unit.
+  struct Box {
+    double x1, y1, x2, y2;
+    unsigned colour;
+  };
+
+  int ScaleMode = Scale::Twips;
+  int BorderStyle = 0;  // 0 none, 1 a fixed single border inside the size
+  unsigned BackColor = Colours::WindowBackground;
+
+  // Twips in one unit of the scale.
+  double TwipsPerUnit() const;
+  // The inner size (the size less the border) in the area's unit.
+  double ScaleWidth() const;
+  double ScaleHeight() const;
+  // The border's thickness on each side, in twips.
+  int BorderTwips() const { return BorderStyle ? 30 : 0; }
+
+  // Clears the drawing.
+  void Cls();
+  // Line (x1, y1)-(x2, y2), colour, BF: a box filled with the colour.
+  void LineBF(double x1, double y1, double x2, double y2, unsigned colour);
+
+  const std::vector<Box>& Boxes() const { return boxes_; }
+  // Raised by every change of the drawing, for the view.
+  int Revision() const { return revision_; }
+
+ protected:
+  void DescribeOwn(const PropertySink& sink) const override;
+
+ private:
+  std::vector<Box> boxes_;
+  int revision_ = 0;
 };
 
 class Image : public Control {
@@ -299,7 +351,8 @@ class Grid : public Control {
   // A click by the user on a cell: Row and Col go there, then Click. A click
   // on a fixed row or column raises Click and moves neither.
   void UserClick(int row, int col);
-  // The row of the last change, for a view that follows a growing list.
+  // The row of the last change made while the window was shown, for a view
+  // that follows a growing list.
   int LastRowWritten() const { return lastRow_; }
 
  protected:

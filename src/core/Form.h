@@ -60,6 +60,12 @@ class Form {
   // Places a child window the way every child window places itself.
   void PlaceAsChild();
 
+  // What the outer size holds beyond the inner area: borders and title bar.
+  static constexpr int kFrameWidthTwips = 90;
+  static constexpr int kFrameHeightTwips = 375;
+  // The inner height, where the controls lie, in twips.
+  double ScaleHeight() const { return Height - kFrameHeightTwips; }
+
  protected:
   // Builds the controls and the window's design properties.
   virtual void CreateControls() = 0;

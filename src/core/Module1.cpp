@@ -122,9 +122,12 @@ void Module1::CompileBase() {
   sys.SetMousePointer(Pointer::Default);
 }
 
-void Module1::TriTaux(Int16 Nombre, std::vector<EnregStat>& Tableau) {
-  Platform& sys = program_.Sys();
-  sys.SetMousePointer(Pointer::Wait);
+namespace {
+
+// The Shell sort of the ordering routines, halving gaps, on elements 1..Nombre:
+// element l moves ahead of element j unless `Suit(j, l)` says they stand right.
+template <class InOrder>
+void ShellSort(int Nombre, std::vector<EnregStat>& Tableau, InOrder Suit) {
   auto at = [&](int k) -> EnregStat& {
     if (k < 0 || k >= static_cast<int>(Tableau.size())) Raise(Err::SubscriptOutOfRange);
     return Tableau[static_cast<size_t>(k)];
@@ -137,11 +140,28 @@ void Module1::TriTaux(Int16 Nombre, std::vector<EnregStat>& Tableau) {
     for (int i = 1; i <= limit; ++i) {
       for (int j = i; j >= 1; j -= gap) {
         const int l = j + gap;
-        if (at(j).Taux >= at(l).Taux) break;
+        if (Suit(at(j), at(l))) break;
         std::swap(at(j), at(l));
       }
     }
   }
+}
+
+}  // namespace
+
+void Module1::TriTaux(Int16 Nombre, std::vector<EnregStat>& Tableau) {
+  Platform& sys = program_.Sys();
+  sys.SetMousePointer(Pointer::Wait);
+  ShellSort(Nombre, Tableau,
+            [](const EnregStat& j, const EnregStat& l) { return j.Taux >= l.Taux; });
+  sys.SetMousePointer(Pointer::Default);
+}
+
+void Module1::TriNumeros() {
+  Platform& sys = program_.Sys();
+  sys.SetMousePointer(Pointer::Wait);
+  ShellSort(49, StatNumeros,
+            [](const EnregStat& j, const EnregStat& l) { return j.Numero <= l.Numero; });
   sys.SetMousePointer(Pointer::Default);
 }
 

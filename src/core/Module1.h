@@ -44,6 +44,8 @@ class Module1 {
   void CompileBase();
   // Orders elements 1..Nombre by descending Taux.
   void TriTaux(Int16 Nombre, std::vector<EnregStat>& Tableau);
+  // Puts elements 1..49 of StatNumeros back in ascending order of Numero.
+  void TriNumeros();
 
   void Describe(const PropertySink& sink) const;
 

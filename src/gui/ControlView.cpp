@@ -83,6 +83,8 @@ int ControlView::Px(double twips) const { return kuvo::Px(twips, view_.Zoom()); 
 double ControlView::TwipsPerPx() const { return TwipsPerPixel() / view_.Zoom(); }
 
 bool ControlView::Raise(const std::function<void()>& handler) {
+  // A control out of the user's reach takes no event; a timer's tick is none.
+  if (c_.Kind() != ControlKind::Timer && !c_.Reachable()) return false;
   return guard_ && view_.Raise(handler);
 }
 

@@ -60,7 +60,8 @@ class ControlView {
   // Twips to pixels at the window's zoom, and the twips in one pixel.
   int Px(double twips) const;
   double TwipsPerPx() const;
-  // Runs a handler of the control as a user event; false when the window went.
+  // Runs a handler of the control as a user event; false when the window went
+  // or the control is out of the user's reach.
   bool Raise(const std::function<void()>& handler);
   // Routes the mouse, key and focus events of a widget to OnEvent.
   void Watch(QObject* object);

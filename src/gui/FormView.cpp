@@ -17,6 +17,7 @@
 #include "gui/CalendarView.h"
 #include "gui/ChoiceViews.h"
 #include "gui/ControlView.h"
+#include "gui/DrawingAreaView.h"
 #include "gui/FrameView.h"
 #include "gui/GridView.h"
 #include "gui/KeypadView.h"
@@ -68,6 +69,8 @@ std::unique_ptr<ControlView> MakeView(FormView& v, Control& c) {
       return std::make_unique<ProgressView>(v, static_cast<ProgressBar&>(c));
     case ControlKind::Calendar: return std::make_unique<CalendarView>(v, static_cast<Calendar&>(c));
     case ControlKind::Timer: return std::make_unique<TimerView>(v, static_cast<Timer&>(c));
+    case ControlKind::DrawingArea:
+      return std::make_unique<DrawingAreaView>(v, static_cast<DrawingArea&>(c));
     case ControlKind::CommonDialog:
     case ControlKind::Menu: return std::make_unique<NullView>(v, c);
   }
@@ -226,6 +229,9 @@ void FormView::ApplyGeometry() {
   if (r == geometry_) return;
   geometry_ = r;
   if (sub_) {
+    // The frame fixes the size; the view inside fills whatever it holds.
+    setMinimumSize(0, 0);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     sub_->setFixedSize(r.size());
     sub_->move(r.topLeft());
   } else {

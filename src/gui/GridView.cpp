@@ -3,13 +3,28 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTableView>
 #include <algorithm>
 
+#include "core/Texts.h"
 #include "gui/FormView.h"
 
 namespace kuvo {
+
+namespace {
+
+// A number as the grid shows it, with the regional separator or a point, its
+// digits on either side of the separator or both: "12", "12,3", "12,", ",5".
+bool IsNumberText(QString text) {
+  static const QRegularExpression number(QStringLiteral("^[-+]?(\\d+\\.?\\d*|\\.\\d+)$"));
+  text = text.trimmed();
+  text.replace(Regional().decimalPoint(), QStringLiteral("."));
+  return number.match(text).hasMatch();
+}
+
+}  // namespace
 
 void GridModel::Release() {
   beginResetModel();
@@ -90,9 +105,7 @@ void GridModel::ReadAlignments() {
 Qt::Alignment GridModel::Alignment(int col, const QString& text) const {
   Qt::Alignment h = col < static_cast<int>(align_.size()) ? align_[col] : Qt::Alignment();
   if (!h) {
-    bool number = false;
-    text.trimmed().toDouble(&number);
-    h = number ? Qt::AlignRight : Qt::AlignLeft;
+    h = IsNumberText(text) ? Qt::AlignRight : Qt::AlignLeft;
   }
   return h | Qt::AlignVCenter;
 }

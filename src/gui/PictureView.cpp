@@ -1,31 +1,11 @@
 #include "gui/PictureView.h"
 
 #include <QPainter>
-#include <algorithm>
 
 #include "gui/FormView.h"
 #include "gui/Pictures.h"
 
 namespace kuvo {
-
-namespace {
-
-PictureScaleHook& ScaleHook() {
-  static PictureScaleHook hook;
-  return hook;
-}
-
-}  // namespace
-
-void SetPictureScaleHook(PictureScaleHook hook) { ScaleHook() = std::move(hook); }
-
-double PictureTwipsPerUnit(const PictureBox& picture) {
-  if (ScaleHook()) {
-    const double s = ScaleHook()(picture);
-    if (s > 0) return s;
-  }
-  return 1.0;
-}
 
 PictureWidget::PictureWidget(QWidget* parent, const PictureBox* pic) : QFrame(parent), pic_(pic) {
   setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
@@ -40,13 +20,6 @@ void PictureWidget::paintEvent(QPaintEvent* e) {
   p.setClipRect(inner);
   if (pic_->BackColor != Colours::ButtonFace) p.fillRect(inner, Colour(pic_->BackColor));
   if (pic_->Picture >= 0) DrawAnimationCell(p, QRectF(inner), pic_->Picture);
-  const double pxPerUnit = PictureTwipsPerUnit(*pic_) / twipsPerPx;
-  p.translate(inner.topLeft());
-  for (const DrawnBox& b : pic_->Drawing) {
-    const QRectF r(QPointF(std::min(b.x1, b.x2) * pxPerUnit, std::min(b.y1, b.y2) * pxPerUnit),
-                   QPointF(std::max(b.x1, b.x2) * pxPerUnit, std::max(b.y1, b.y2) * pxPerUnit));
-    p.fillRect(r, Colour(b.colour));
-  }
 }
 
 PictureView::PictureView(FormView& v, PictureBox& c)
@@ -64,15 +37,11 @@ void PictureView::Detach() {
 
 QPointF PictureView::Units(QObject*, QPointF pos) const {
   const QPointF inner = pos - QPointF(w_->contentsRect().topLeft());
-  return inner * TwipsPerPx() / PictureTwipsPerUnit(c_);
+  return inner * TwipsPerPx();
 }
 
 void PictureView::SyncOwn() {
-  const double twipsPerPx = TwipsPerPx();
-  if (first_ || c_.Revision != revision_ || c_.Picture != picture_ || c_.BackColor != back_ ||
-      twipsPerPx != w_->twipsPerPx) {
-    w_->twipsPerPx = twipsPerPx;
-    revision_ = c_.Revision;
+  if (first_ || c_.Picture != picture_ || c_.BackColor != back_) {
     picture_ = c_.Picture;
     back_ = c_.BackColor;
     w_->update();

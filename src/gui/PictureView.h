@@ -1,27 +1,17 @@
 #pragma once
 
 #include <QFrame>
-#include <functional>
 
 #include "gui/ControlView.h"
 
 namespace kuvo {
 
-// The drawing unit of a picture in twips per unit (1 for twips, 1440 / 25.4 for
-// millimetres). Pictures are in twips unless a window's code installs a hook.
-using PictureScaleHook = std::function<double(const PictureBox& picture)>;
-void SetPictureScaleHook(PictureScaleHook hook);
-double PictureTwipsPerUnit(const PictureBox& picture);
-
-// A drawing area on screen: its back colour, the animation cell it shows, then
-// the boxes drawn on it, in its own unit.
+// A picture on screen: its back colour and the animation cell it shows.
 class PictureWidget : public QFrame {
  public:
   PictureWidget(QWidget* parent, const PictureBox* pic);
   // The control is going: nothing more is read from it.
   void Release() { pic_ = nullptr; }
-  // Twips in one pixel of this picture, zoom included.
-  double twipsPerPx = 15;
 
  protected:
   void paintEvent(QPaintEvent* e) override;
@@ -30,7 +20,8 @@ class PictureWidget : public QFrame {
   const PictureBox* pic_;
 };
 
-// A picture box: a drawing area whose mouse events come in its own unit.
+// A picture box, which may hold other controls; its mouse events come in twips
+// from its inner corner.
 class PictureView : public ControlView {
  public:
   PictureView(FormView& v, PictureBox& c);
@@ -45,7 +36,7 @@ class PictureView : public ControlView {
  private:
   PictureBox& c_;
   PictureWidget* w_;
-  int revision_ = -1, picture_ = -1;
+  int picture_ = -1;
   unsigned back_ = 0;
   bool first_ = true;
 };

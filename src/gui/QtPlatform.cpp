@@ -57,9 +57,12 @@ QtPlatform::~QtPlatform() {
   qtPrinter_.reset();
   printer_.reset();
   // The windows' controls may be gone already: every view lets go of them
-  // before any widget is destroyed.
-  for (auto& [form, entry] : views_)
-    if (entry.guard) entry.view->Detach();
+  // before any widget is destroyed, the main window's last, since hiding it
+  // hides the views of the child windows too.
+  for (const bool main : {false, true})
+    for (auto& [form, entry] : views_)
+      if (entry.guard && (dynamic_cast<MainWindowView*>(entry.view) != nullptr) == main)
+        entry.view->Detach();
   for (auto& [form, entry] : views_)
     if (entry.guard) delete entry.guard.data();
   views_.clear();

@@ -11,6 +11,7 @@
 #include "proposals/AleaBase.h"
 #include "proposals/AleaOrdi.h"
 #include "statistics/NumerosAffines.h"
+#include "statistics/TirBase.h"
 #include "statistics/TirGrou.h"
 #include "statistics/TirVerif.h"
 
@@ -34,7 +35,7 @@ const WindowMakers& AllWindows() {
       {"AleaOrdi", &Make<AleaOrdi>},
       {"NumerosAffines", &Make<NumerosAffines>},
       {"NumPref", &Make<NumPref>},
-      {"TirBase", nullptr},
+      {"TirBase", &Make<TirBase>},
       {"TirGrou", &Make<TirGrou>},
       {"TirModi", &Make<TirModi>},
       {"TirSais", &Make<TirSais>},

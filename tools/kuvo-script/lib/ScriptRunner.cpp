@@ -629,6 +629,7 @@ void ScriptRunner::DumpCommand(const Line& line) {
     for (const QString& s : platform_->printer().Record()) Write(s);
     return;
   }
+  if (what.contains(QLatin1Char('.'))) return DumpControl(line);
   std::vector<std::pair<QString, QString>> rows;
   auto sink = [&](const QString& n, const PropValue& v) {
     rows.emplace_back(what + QLatin1Char('.') + n, v.Format());
@@ -645,6 +646,45 @@ void ScriptRunner::DumpCommand(const Line& line) {
       form->Describe(sink);
     }
   }
+  std::stable_sort(rows.begin(), rows.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (const auto& [n, v] : rows) Write(QStringLiteral("%1 = %2").arg(n, v));
+}
+
+namespace {
+
+// A coordinate of a drawing: two decimals and a point, never "-0.00".
+QString Coordinate(double value) {
+  QString text = QString::number(value, 'f', 2);
+  if (text == QLatin1String("-0.00")) text.remove(0, 1);
+  return text;
+}
+
+}  // namespace
+
+void ScriptRunner::DumpControl(const Line& line) {
+  const QString& what = line.words[1];
+  Target t = Resolve(line, what, true);
+  if (!t.control) {
+    Write(QStringLiteral("%1 = %2").arg(what, PropValue::NotLoaded().Format()));
+    return;
+  }
+  if (t.control->Kind() == ControlKind::DrawingArea) {
+    // What the area holds since its last Cls, in drawing order, as drawn.
+    const auto& boxes = static_cast<const DrawingArea*>(t.control)->Boxes();
+    if (boxes.empty()) Write(what + QStringLiteral(" EMPTY"));
+    for (const DrawingArea::Box& b : boxes)
+      Write(QStringLiteral("%1 BOX %2 %3 %4 %5 %6")
+                .arg(what, Coordinate(std::min(b.x1, b.x2)), Coordinate(std::min(b.y1, b.y2)),
+                     Coordinate(std::max(b.x1, b.x2)), Coordinate(std::max(b.y1, b.y2)),
+                     PropValue::Colour(b.colour).Format()));
+    return;
+  }
+  // Any other control: its properties, sorted by name.
+  std::vector<std::pair<QString, QString>> rows;
+  t.control->Describe([&](const QString& n, const PropValue& v) {
+    rows.emplace_back(what + QLatin1Char('.') + n, v.Format());
+  });
   std::stable_sort(rows.begin(), rows.end(),
                    [](const auto& a, const auto& b) { return a.first < b.first; });
   for (const auto& [n, v] : rows) Write(QStringLiteral("%1 = %2").arg(n, v));

@@ -67,6 +67,8 @@ class ScriptRunner {
   void TickCommand(const Line& line);
   void GetCommand(const Line& line);
   void DumpCommand(const Line& line);
+  // dump FORM.CONTROL: a drawing area's boxes, or a control's properties.
+  void DumpControl(const Line& line);
 
   // Addressing: FORM.CONTROL[(I)]
   struct Target {
