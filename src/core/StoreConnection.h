@@ -9,6 +9,7 @@
 #include <string>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "core/StoreTable.h"
 
@@ -30,6 +31,13 @@ struct StoreConnection {
   Clock::time_point txStart;
   sqlite3_stmt* begin = nullptr;
   sqlite3_stmt* commit = nullptr;
+  // Counts the writes made through this connection: a set rereads its current
+  // row when the count moved since it read it.
+  std::int64_t epoch = 0;
+  // The tables keeping rows (see StoreKeptRows.h).
+  std::vector<std::shared_ptr<store::TableInfo>> keeping;
+  sqlite3_stmt* dataVersion = nullptr;
+  std::int64_t lastDataVersion = 0;
 
   explicit StoreConnection(sqlite3* handle) : db(handle) {}
   ~StoreConnection();
@@ -58,12 +66,14 @@ struct StoreConnection {
 
   bool InTransaction() const { return !sqlite3_get_autocommit(db); }
 
+  // Both send the writes waiting in kept rows first.
   void CommitQuietly();
   void Commit();
 
   // Called before each write: opens the transaction that groups writes, and
   // commits one that has been open more than 100 ms.
   void BeforeWrite() {
+    ++epoch;
     if (InTransaction()) {
       if (holdCommits || Clock::now() - txStart < std::chrono::milliseconds(100)) return;
       Commit();
@@ -71,7 +81,16 @@ struct StoreConnection {
     Step(begin);
     sqlite3_reset(begin);
     txStart = Clock::now();
+    CheckOthers();
   }
+
+  // Kept rows: the tables that keep some, all their waiting writes sent, all
+  // dropped (what was waiting is sent first).
+  void Keeping(store::TableInfo& t);
+  void FlushAll();
+  void ForgetAll();
+  // Drops the kept rows when another connection committed since the last look.
+  void CheckOthers();
 
   // The table of that name, read once per connection (until a schema change).
   std::shared_ptr<store::TableInfo> Table(const QString& name);

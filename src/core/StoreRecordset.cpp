@@ -50,6 +50,19 @@ void Recordset::Seek(const QString& comparison, const Value& key) {
   if (!ToCell(key, (*d->columns)[d->order->cols[0]].type, cell))
     d->Fail(3464, QStringLiteral("Type de données incompatible dans l'expression du critère."));
   d->CancelEdit();
+  std::string keyText;
+  if (KeyOf(cell, (*d->columns)[d->order->cols[0]].type, keyText) &&
+      KeepBy(*d->c, *d->t, *d->order)) {
+    KeptRow& kept = Find(*d->c, *d->t, keyText, cell);
+    d->noMatch = !kept.found;
+    if (kept.found) {
+      d->Position(kept);
+    } else {
+      d->state = Impl::State::None;
+      d->Remember(kept);
+    }
+    return;
+  }
   sqlite3_stmt* st = SeekStmt(*d->c, *d->t, *d->order);
   BindCell(st, 1, cell);
   d->noMatch = !d->Position(st);
@@ -88,8 +101,13 @@ void Recordset::Update() {
   TableInfo& t = *d->t;
   const std::uint64_t mask = d->Mask();
   if (d->mode == Impl::Mode::Adding) {
-    sqlite3_stmt* st = InsertStmt(c, t, mask);
     c.BeforeWrite();
+    if (d->DeferInsert()) {
+      d->CancelEdit();
+      return;
+    }
+    Forget(c, t);
+    sqlite3_stmt* st = InsertStmt(c, t, mask);
     d->Bind(st, mask);
     c.Step(st);
     sqlite3_reset(st);
@@ -99,17 +117,52 @@ void Recordset::Update() {
       ++d->reached;
     }
   } else if (mask != 0 || t.columns.size() > 64) {
-    sqlite3_stmt* st = UpdateStmt(c, t, mask);
     c.BeforeWrite();
-    d->Bind(st, mask);
-    sqlite3_bind_int64(st, sqlite3_bind_parameter_count(st), d->rowid);
-    c.Step(st);
-    sqlite3_reset(st);
+    if (!d->DeferUpdate(mask)) {
+      Forget(c, t);
+      sqlite3_stmt* st = UpdateStmt(c, t, mask);
+      d->Bind(st, mask);
+      sqlite3_bind_int64(st, sqlite3_bind_parameter_count(st), d->rowid);
+      c.Step(st);
+      sqlite3_reset(st);
+    }
     d->row = std::move(d->edit);
-    d->stamp = sqlite3_total_changes64(c.db);
+    d->stamp = c.epoch;
     if (d->kind == Impl::Kind::Table) d->SetAnchor();
   }
   d->CancelEdit();
+}
+
+bool Recordset::Impl::DeferInsert() {
+  const KeptRows& k = t->kept;
+  if (kind != Kind::Table || !k.order || !t->plain) return false;
+  // A unique index other than the one the rows are kept by could refuse the row.
+  if (t->uniqueIndexes > (k.order->unique ? 1 : 0)) return false;
+  const int keyColumn = k.order->cols[0];
+  std::string key;
+  if (!KeyOf(edit[keyColumn], (*columns)[keyColumn].type, key)) return false;
+  KeptRow& kept = Kept(key, edit[keyColumn]);
+  // A new row is the one its key finds only when no row had that key.
+  if (kept.found) return false;
+  const sqlite3_int64 next = NextRowid(*c, *t);
+  if (next == 0) return false;
+  ++t->kept.nextRowid;
+  kept.found = true;
+  kept.rowid = next;
+  kept.row.Assign(edit);
+  kept.pendingInsert = true;
+  Queue(*c, *t, kept);
+  return true;
+}
+
+bool Recordset::Impl::DeferUpdate(std::uint64_t mask) {
+  KeptRow* kept = Kept();
+  // A change to an indexed column would move the row in an order, or clash.
+  if (!kept || !t->plain || (mask & t->indexedMask) != 0) return false;
+  kept->row.Assign(edit);
+  if (!kept->pendingInsert) kept->pendingMask |= mask;
+  Queue(*c, *t, *kept);
+  return true;
 }
 
 void Recordset::Delete() {
@@ -118,8 +171,9 @@ void Recordset::Delete() {
   d->CancelEdit();
   d->RequireCurrent();
   StoreConnection& c = *d->c;
-  sqlite3_stmt* st = DeleteStmt(c, *d->t);
   c.BeforeWrite();
+  Forget(c, *d->t);
+  sqlite3_stmt* st = DeleteStmt(c, *d->t);
   sqlite3_bind_int64(st, 1, d->rowid);
   c.Step(st);
   sqlite3_reset(st);
@@ -193,6 +247,7 @@ bool Recordset::Eof() const {
 long long Recordset::RecordCount() const {
   d->CheckOpen();
   if (d->kind != Impl::Kind::Table) return d->reached;
+  d->Sync();
   sqlite3_stmt* st = CountStmt(*d->c, *d->t);
   d->c->Step(st);
   const long long n = sqlite3_column_int64(st, 0);
