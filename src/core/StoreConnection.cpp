@@ -185,7 +185,10 @@ void StoreConnection::CheckOthers() {
   Step(dataVersion);
   const std::int64_t version = sqlite3_column_int64(dataVersion, 0);
   sqlite3_reset(dataVersion);
-  if (version != lastDataVersion && !keeping.empty()) ForgetAll();
+  if (version != lastDataVersion) {
+    ++otherWrites;
+    if (!keeping.empty()) ForgetAll();
+  }
   lastDataVersion = version;
 }
 

@@ -34,6 +34,9 @@ struct StoreConnection {
   // Counts the writes made through this connection: a set rereads its current
   // row when the count moved since it read it.
   std::int64_t epoch = 0;
+  // Counts the writes whose tables are not known: statements run, and commits
+  // of other connections.
+  std::uint64_t otherWrites = 0;
   // The tables keeping rows (see StoreKeptRows.h).
   std::vector<std::shared_ptr<store::TableInfo>> keeping;
   sqlite3_stmt* dataVersion = nullptr;

@@ -141,6 +141,7 @@ void Database::Execute(const QString& statement) {
                             StartsWithWord(jet.sql, QLatin1String("drop")) ||
                             StartsWithWord(jet.sql, QLatin1String("alter"));
   c.BeforeWrite();
+  ++c.otherWrites;
   // A statement may write any table: the kept rows go.
   c.ForgetAll();
   const QByteArray sql = jet.sql.toUtf8();

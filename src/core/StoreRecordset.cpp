@@ -29,6 +29,7 @@ void Recordset::SetIndex(const QString& name) {
   }
   if (!found) d->Fail(3015, QStringLiteral("'%1' n'est pas un index de cette table.").arg(name));
   d->CancelEdit();
+  d->DropAhead();
   d->order = found;
   d->state = Impl::State::Pending;
 }
@@ -50,6 +51,7 @@ void Recordset::Seek(const QString& comparison, const Value& key) {
   if (!ToCell(key, (*d->columns)[d->order->cols[0]].type, cell))
     d->Fail(3464, QStringLiteral("Type de données incompatible dans l'expression du critère."));
   d->CancelEdit();
+  d->DropAhead();
   std::string keyText;
   if (KeyOf(cell, (*d->columns)[d->order->cols[0]].type, keyText) &&
       KeepBy(*d->c, *d->t, *d->order)) {
@@ -102,6 +104,7 @@ void Recordset::Update() {
   const std::uint64_t mask = d->Mask();
   if (d->mode == Impl::Mode::Adding) {
     c.BeforeWrite();
+    ++t.writes;
     if (d->DeferInsert()) {
       d->CancelEdit();
       return;
@@ -118,6 +121,7 @@ void Recordset::Update() {
     }
   } else if (mask != 0 || t.columns.size() > 64) {
     c.BeforeWrite();
+    ++t.writes;
     if (!d->DeferUpdate(mask)) {
       Forget(c, t);
       sqlite3_stmt* st = UpdateStmt(c, t, mask);
@@ -131,6 +135,55 @@ void Recordset::Update() {
     if (d->kind == Impl::Kind::Table) d->SetAnchor();
   }
   d->CancelEdit();
+}
+
+void Recordset::Impl::Next() {
+  // While the table stays as it was, the rows that follow were read with the
+  // last ones; while nothing else writes it, they are read a few at a time.
+  const bool unchanged = t->writes == walkWrites && c->otherWrites == walkOthers;
+  if (unchanged && c->InTransaction() && aheadAt < ahead.size()) {
+    rowid = ahead[aheadAt].first;
+    row.swap(ahead[aheadAt].second);
+    ++aheadAt;
+    stamp = c->epoch;
+    state = State::Current;
+    SetAnchor();
+    return;
+  }
+  const bool nullKey = std::any_of(anchorKey.begin(), anchorKey.end(),
+                                   [](const Cell& k) { return k.type == SQLITE_NULL; });
+  // Only within a transaction can no other connection write the table meanwhile.
+  const bool batch = unchanged && c->InTransaction();
+  sqlite3_stmt* st = NextStmt(*c, *t, *order, nullKey, batch);
+  const int n = static_cast<int>(anchorKey.size());
+  for (int i = 0; i < n; ++i) BindCell(st, i + 1, anchorKey[i]);
+  sqlite3_bind_int64(st, n + 1, anchorRowid);
+  // The anchor's cells are bound without a copy; Position replaces them only
+  // after the statement is reset.
+  if (!batch) {
+    if (!Position(st)) state = State::Eof;
+  } else {
+    DropAhead();
+    Sync();
+    while (c->Step(st) == SQLITE_ROW) {
+      std::vector<Cell> cells(Width());
+      for (size_t i = 0; i < cells.size(); ++i) ReadCell(st, static_cast<int>(i) + 1, cells[i]);
+      ahead.emplace_back(sqlite3_column_int64(st, 0), std::move(cells));
+    }
+    sqlite3_reset(st);
+    if (ahead.empty()) {
+      state = State::Eof;
+    } else {
+      rowid = ahead[0].first;
+      row.swap(ahead[0].second);
+      aheadAt = 1;
+      stamp = c->epoch;
+      state = State::Current;
+      SetAnchor();
+    }
+  }
+  walkWrites = t->writes;
+  walkOthers = c->otherWrites;
 }
 
 bool Recordset::Impl::DeferInsert() {
@@ -172,6 +225,7 @@ void Recordset::Delete() {
   d->RequireCurrent();
   StoreConnection& c = *d->c;
   c.BeforeWrite();
+  ++d->t->writes;
   Forget(c, *d->t);
   sqlite3_stmt* st = DeleteStmt(c, *d->t);
   sqlite3_bind_int64(st, 1, d->rowid);
@@ -219,15 +273,7 @@ void Recordset::MoveNext() {
   if (d->state == Impl::State::Eof || d->state == Impl::State::None)
     d->Fail(Err::NoCurrentRecord, Impl::kNoCurrent);
   if (d->kind == Impl::Kind::Table) {
-    const bool nullKey = std::any_of(d->anchorKey.begin(), d->anchorKey.end(),
-                                     [](const Cell& k) { return k.type == SQLITE_NULL; });
-    sqlite3_stmt* st = NextStmt(*d->c, *d->t, *d->order, nullKey);
-    const int n = static_cast<int>(d->anchorKey.size());
-    for (int i = 0; i < n; ++i) BindCell(st, i + 1, d->anchorKey[i]);
-    sqlite3_bind_int64(st, n + 1, d->anchorRowid);
-    // The anchor's cells are bound without a copy; Position replaces them only
-    // after the statement is reset.
-    if (!d->Position(st)) d->state = Impl::State::Eof;
+    d->Next();
     return;
   }
   if (d->pos + 1 >= d->Size()) {
@@ -281,6 +327,7 @@ void Recordset::Close() {
   if (d->closed) return;
   d->CancelEdit();
   d->closed = true;
+  d->DropAhead();
   d->row.clear();
   d->ids.clear();
   d->snapshot.clear();

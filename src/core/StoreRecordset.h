@@ -50,6 +50,16 @@ struct Recordset::Impl {
   std::vector<store::Cell> anchorKey;
   sqlite3_int64 anchorRowid = 0;
 
+  // Table sets walked by MoveNext while nothing writes their table: the rows
+  // that follow the current one, read a few at a time.
+  std::vector<std::pair<sqlite3_int64, std::vector<store::Cell>>> ahead;
+  size_t aheadAt = 0;
+  std::uint64_t aheadWrites = 0;
+  std::uint64_t aheadOthers = 0;
+  // The table's write counts at the last MoveNext; -1: not walking.
+  std::uint64_t walkWrites = ~std::uint64_t{0};
+  std::uint64_t walkOthers = 0;
+
   // Statement and snapshot sets: the rows, the current one and how many were reached.
   std::vector<sqlite3_int64> ids;
   std::vector<std::vector<store::Cell>> snapshot;
@@ -101,6 +111,7 @@ struct Recordset::Impl {
 
   // Steps a positioning statement (bound by the caller) and takes its row.
   bool Position(sqlite3_stmt* st) {
+    DropAhead();
     Sync();
     if (c->Step(st) != SQLITE_ROW) {
       sqlite3_reset(st);
@@ -118,6 +129,7 @@ struct Recordset::Impl {
 
   // Takes a kept row as the current one.
   void Position(store::KeptRow& kept) {
+    DropAhead();
     rowid = kept.rowid;
     kept.row.CopyTo(row);
     stamp = c->epoch;
@@ -136,6 +148,15 @@ struct Recordset::Impl {
     anchorKey.resize(order->cols.size());
     for (size_t i = 0; i < anchorKey.size(); ++i) anchorKey[i] = row[order->cols[i]];
   }
+
+  void DropAhead() {
+    ahead.clear();
+    aheadAt = 0;
+    walkWrites = ~std::uint64_t{0};
+  }
+
+  // MoveNext on a table set.
+  void Next();
 
   void PositionEdge(bool last) {
     if (!Position(FirstStmt(*c, *t, *order, last))) state = State::Eof;

@@ -113,8 +113,9 @@ sqlite3_stmt* FirstStmt(StoreConnection& c, const TableInfo& t, Order& o, bool d
 
 // A key holding a null needs the slower form, as a row value with a null
 // compares to nothing.
-sqlite3_stmt* NextStmt(StoreConnection& c, const TableInfo& t, Order& o, bool nullKey) {
-  sqlite3_stmt*& slot = nullKey ? o.nextFromNull : o.next;
+sqlite3_stmt* NextStmt(StoreConnection& c, const TableInfo& t, Order& o, bool nullKey, bool ahead) {
+  sqlite3_stmt*& slot =
+      ahead ? (nullKey ? o.aheadFromNull : o.ahead) : (nullKey ? o.nextFromNull : o.next);
   if (slot) return slot;
   const int n = static_cast<int>(o.cols.size());
   std::string order;
@@ -143,7 +144,7 @@ sqlite3_stmt* NextStmt(StoreConnection& c, const TableInfo& t, Order& o, bool nu
     }
   }
   return slot = c.Prepare("SELECT rowid,* FROM " + t.quoted + " WHERE " + where + " ORDER BY " +
-                          order + " LIMIT 1");
+                          order + (ahead ? " LIMIT 64" : " LIMIT 1"));
 }
 
 sqlite3_stmt* SeekStmt(StoreConnection& c, const TableInfo& t, Order& o) {

@@ -36,6 +36,8 @@ struct Order {
   sqlite3_stmt* last = nullptr;
   sqlite3_stmt* next = nullptr;
   sqlite3_stmt* nextFromNull = nullptr;
+  sqlite3_stmt* ahead = nullptr;  // as next and nextFromNull, the rows that follow
+  sqlite3_stmt* aheadFromNull = nullptr;
   sqlite3_stmt* seek = nullptr;
 };
 
@@ -60,6 +62,8 @@ struct TableInfo : std::enable_shared_from_this<TableInfo> {
   int uniqueIndexes = 0;
   std::uint64_t indexedMask = 0;  // the columns some index holds
   KeptRows kept;
+  // Counts the writes made to the table through its sets.
+  std::uint64_t writes = 0;
 
   // Which columns a write names: one bit a column; a table of more than 64
   // columns always writes them all.
@@ -78,7 +82,9 @@ std::shared_ptr<TableInfo> LoadTable(StoreConnection& c, const QString& name);
 // The first (or last) row of an order.
 sqlite3_stmt* FirstStmt(StoreConnection& c, const TableInfo& t, Order& o, bool descending);
 // The row following (key, rowid) in the order; `nullKey` when the key holds a null.
-sqlite3_stmt* NextStmt(StoreConnection& c, const TableInfo& t, Order& o, bool nullKey);
+// With `ahead`, the rows that follow it, a few at a time.
+sqlite3_stmt* NextStmt(StoreConnection& c, const TableInfo& t, Order& o, bool nullKey,
+                       bool ahead = false);
 // The first row, in rowid order, whose first key column equals ?1.
 sqlite3_stmt* SeekStmt(StoreConnection& c, const TableInfo& t, Order& o);
 sqlite3_stmt* ByRowidStmt(StoreConnection& c, TableInfo& t);

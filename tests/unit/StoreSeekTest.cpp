@@ -284,6 +284,63 @@ TEST_F(StoreSeekTest, ByDateTheFirstRowOfADateIsFoundAndTheWalkGoesOn) {
   EXPECT_EQ(rs->RecordCount(), 3);
 }
 
+// Walks: a table set moving on with MoveNext reads the rows as they are.
+
+TEST_F(StoreSeekTest, AWalkSeesRowsAddedChangedAndDeletedAheadOfIt) {
+  AddGroups("Groupe3", {{"01", 1}, {"03", 1}, {"05", 1}, {"07", 1}, {"09", 1}, {"11", 1}});
+  auto walker = Groups("Groupe3");
+  auto rs = Groups("Groupe3");
+  walker->MoveNext();
+  walker->MoveNext();
+  EXPECT_EQ(walker->Fields(0).GetValue(), QVariant(QStringLiteral("05")));
+  Count(*rs, QStringLiteral("06"));
+  walker->MoveNext();
+  EXPECT_EQ(walker->Fields(0).GetValue(), QVariant(QStringLiteral("06")));
+  walker->MoveNext();
+  Count(*rs, QStringLiteral("09"));
+  rs->Seek(QStringLiteral("="), QStringLiteral("07"));
+  rs->Delete();
+  walker->MoveNext();
+  EXPECT_EQ(walker->Fields(0).GetValue(), QVariant(QStringLiteral("09")));
+  EXPECT_EQ(walker->Fields(1).GetValue(), QVariant(qlonglong{2}));
+  AddGroups("Groupe3", {{"10", 4}});
+  walker->MoveNext();
+  EXPECT_EQ(walker->Fields(0).GetValue(), QVariant(QStringLiteral("10")));
+  db_->Execute(QStringLiteral("DELETE FROM Groupe3 WHERE Numeros = \"11\""));
+  walker->MoveNext();
+  EXPECT_TRUE(walker->Eof());
+}
+
+TEST_F(StoreSeekTest, AWalkSeesAnotherConnectionsRowsAfterTheEvent) {
+  AddGroups("Groupe2", {{"01", 1}, {"02", 1}, {"04", 1}, {"05", 1}});
+  auto walker = Groups();
+  walker->MoveNext();
+  walker->MoveNext();
+  EXPECT_EQ(walker->Fields(0).GetValue(), QVariant(QStringLiteral("04")));
+  db_->CommitPending();
+  OtherConnection other(path_, true);
+  ASSERT_TRUE(other.Exec("INSERT INTO Groupe2 VALUES ('04,5', 3)"));
+  walker->MoveNext();
+  EXPECT_EQ(walker->Fields(0).GetValue(), QVariant(QStringLiteral("04,5")));
+  walker->MoveNext();
+  EXPECT_EQ(walker->Fields(0).GetValue(), QVariant(QStringLiteral("05")));
+}
+
+TEST_F(StoreSeekTest, AWalkThatChangesEveryRowVisitsEachOnce) {
+  AddGroups("Groupe4", {{"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}});
+  auto walker = Groups("Groupe4");
+  QStringList seen;
+  while (!walker->Eof()) {
+    seen << walker->Fields(0).GetValue().toString();
+    walker->Edit();
+    walker->Fields(1).SetValue(walker->Fields(1).GetValue().toInt() * 10);
+    walker->Update();
+    walker->MoveNext();
+  }
+  EXPECT_EQ(seen, (QStringList{"a", "b", "c", "d"}));
+  EXPECT_EQ(Rows("Groupe4"), QStringLiteral("1:a=10 2:b=20 3:c=30 4:d=40"));
+}
+
 // A store of its own schema, for tables other than the program's.
 class StoreSeekSchemaTest : public ::testing::Test {
  protected:
