@@ -49,7 +49,7 @@ KeptRow* KeptIndex::Find(std::string_view key, size_t hash) const {
   for (size_t i = hash & mask;; i = (i + 1) & mask) {
     const Slot& slot = slots_[i];
     if (slot.row == 0) return nullptr;
-    if (slot.hash == hash) {
+    if (slot.hash == static_cast<std::uint32_t>(hash)) {
       KeptRow& row = At(slot.row - 1);
       if (row.key == key) return &row;
     }
@@ -65,7 +65,7 @@ KeptRow& KeptIndex::Add(KeptRow row, size_t hash) {
   const size_t mask = slots_.size() - 1;
   size_t i = hash & mask;
   while (slots_[i].row != 0) i = (i + 1) & mask;
-  slots_[i] = Slot{hash, n + 1};
+  slots_[i] = Slot{static_cast<std::uint32_t>(hash), n + 1};
   return added;
 }
 
@@ -170,16 +170,27 @@ void Queue(StoreConnection& c, TableInfo& t, KeptRow& row) {
 void Flush(StoreConnection& c, TableInfo& t) {
   KeptRows& k = t.kept;
   if (k.pending.empty()) return;
-  std::vector<KeptRow*> rows;
-  rows.swap(k.pending);
-  // The rows go in the order of the table's pages: new rows by key, which is
-  // their index's order, changed rows by rowid, the table's own.
-  std::sort(rows.begin(), rows.end(), [](const KeptRow* a, const KeptRow* b) {
-    if (a->pendingInsert != b->pendingInsert) return a->pendingInsert;
-    return a->pendingInsert ? a->key < b->key : a->rowid < b->rowid;
-  });
+  // The rows go about in the order of the table's pages: new rows by the first
+  // bytes of their key, which is their index's order, changed rows by rowid,
+  // the table's own.
+  std::vector<std::pair<std::uint64_t, KeptRow*>> order;
+  order.reserve(k.pending.size());
+  for (KeptRow* r : k.pending) {
+    std::uint64_t rank = static_cast<std::uint64_t>(r->rowid);
+    if (r->pendingInsert) {
+      rank = 0;
+      for (size_t i = 1; i < 9; ++i)
+        rank = rank << 8 | (i < r->key.size() ? static_cast<unsigned char>(r->key[i]) : 0);
+      rank = rank >> 1;  // new rows come first
+    } else {
+      rank |= std::uint64_t{1} << 63;
+    }
+    order.emplace_back(rank, r);
+  }
+  k.pending.clear();
+  std::sort(order.begin(), order.end());
   try {
-    for (KeptRow* r : rows) {
+    for (const auto& [rank, r] : order) {
       const bool insert = r->pendingInsert;
       const std::uint64_t mask = r->pendingMask;
       r->pendingInsert = false;

@@ -77,8 +77,8 @@ class KeptIndex {
  private:
   static constexpr size_t kBlock = 1024;
   struct Slot {
-    size_t hash = 0;
-    std::uint32_t row = 0;  // 1 + the row's number; 0: free
+    std::uint32_t hash = 0;  // the low half of the key's hash, which places it
+    std::uint32_t row = 0;   // 1 + the row's number; 0: free
   };
   KeptRow& At(std::uint32_t n) const { return blocks_[n / kBlock][n % kBlock]; }
   void Grow();
