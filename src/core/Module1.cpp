@@ -49,7 +49,8 @@ void Module1::MajGroupes(const QString& Tirage) {
     QString key;
     key.reserve(14);
     while (true) {
-      key = a[pos[0]];
+      key.truncate(0);
+      key += a[pos[0]];
       for (int k = 1; k < size; ++k) {
         key += QLatin1Char(',');
         key += a[pos[k]];

@@ -517,6 +517,21 @@ TEST_F(StoreTest, TextColumnsTakeNumbersAsText) {
   EXPECT_EQ(rs->Fields(QStringLiteral("Sorties")).GetValue(), QVariant(qlonglong{3}));
 }
 
+TEST_F(StoreTest, TextsOutsideAsciiAreStoredAsUtf8) {
+  AddGroups("Groupe2", {{"\xc3\xa9t\xc3\xa9 \xe2\x82\xac", 1}, {"ete", 2}});
+  auto rs = db_->OpenRecordset(QStringLiteral("Groupe2"));
+  rs->SetIndex(QStringLiteral("Numeros"));
+  rs->Seek(QStringLiteral("="), QStringLiteral("\u00e9t\u00e9 \u20ac"));
+  ASSERT_FALSE(rs->NoMatch());
+  EXPECT_EQ(rs->Fields(QStringLiteral("Sorties")).GetValue(), QVariant(qlonglong{1}));
+  EXPECT_EQ(rs->Fields(QStringLiteral("Numeros")).GetValue(),
+            QVariant(QStringLiteral("\u00e9t\u00e9 \u20ac")));
+  db_->CommitPending();
+  OtherConnection other(path_);
+  EXPECT_EQ(other.Text("SELECT hex(Numeros) FROM Groupe2 WHERE Sorties = 1"),
+            QStringLiteral("C3A974C3A920E282AC"));
+}
+
 // ---------------------------------------------------------------------------
 // Sets from statements.
 
