@@ -54,9 +54,7 @@ struct Recordset::Impl {
   // that follow the current one, read a few at a time.
   std::vector<std::pair<sqlite3_int64, std::vector<store::Cell>>> ahead;
   size_t aheadAt = 0;
-  std::uint64_t aheadWrites = 0;
-  std::uint64_t aheadOthers = 0;
-  // The table's write counts at the last MoveNext; -1: not walking.
+  // The write counts at the last MoveNext; all ones: not walking.
   std::uint64_t walkWrites = ~std::uint64_t{0};
   std::uint64_t walkOthers = 0;
 
