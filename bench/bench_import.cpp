@@ -1,11 +1,9 @@
-// Times the history import end to end on the scripted platform: the shipped
-// demonstration history (line feeds, as the operator gives it) and, when it is
-// there, the operator's real file of /work/shared/data/history.csv.
+// Times the history import end to end on the scripted platform, on the shipped
+// history of published draws (line feeds, as the import takes it).
 #include <sqlite3.h>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QFileInfo>
 #include <QTemporaryDir>
 #include <cstdio>
 
@@ -73,7 +71,7 @@ void Line(const char* what, qint64 from, qint64 to, qint64 total) {
 }
 
 // Imports `history` (the file's bytes) into a base that holds the shipped
-// demonstration history, compiled, and prints the time of each step.
+// history, compiled, and prints the time of each step.
 void TimeImport(const char* title, const QByteArray& history) {
   QTemporaryDir dir;
   const QString store = dir.filePath(QStringLiteral("Kuvo.Mdb"));
@@ -88,7 +86,7 @@ void TimeImport(const char* title, const QByteArray& history) {
   TimedPlatform platform(dir.path());
   Program program(platform, AllWindows());
   try {
-    program.Start();  // compiles the demonstration history: not timed
+    program.Start();  // compiles the shipped history: not timed
     sqlite3_trace_v2(program.M().BaseDonnees->Handle(), SQLITE_TRACE_STMT, &Trace, &platform);
 
     platform.fileAnswers.push_back(chosen);
@@ -135,10 +133,6 @@ void TimeImport(const char* title, const QByteArray& history) {
 int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
   kuvo::SetRegional(QLocale(QStringLiteral("fr_FR")));
-  kuvo::TimeImport("shipped demonstration history", kuvo::ShippedHistory().toUtf8());
-  const QString real = QStringLiteral("/work/shared/data/history.csv");
-  QFile f(real);
-  if (QFileInfo::exists(real) && f.open(QIODevice::ReadOnly))
-    kuvo::TimeImport("operator's history file", f.readAll());
+  kuvo::TimeImport("shipped history", kuvo::ShippedHistory().toUtf8());
   return 0;
 }

@@ -151,9 +151,16 @@ int RunScripted(const QString& folder, bool fresh) {
 }
 
 #ifdef KUVO_BENCH_GUI
+// The Qt platform, with a printed file left where it is rather than shown.
+class BenchPlatform : public QtPlatform {
+ public:
+  using QtPlatform::QtPlatform;
+  void OpenDocument(const QString&) override {}
+};
+
 int RunGui(const QString& folder, bool fresh) {
   QApplication::setQuitOnLastWindowClosed(false);
-  QtPlatform sys(folder);
+  BenchPlatform sys(folder);
   Program app(sys, AllWindows());
   sys.Attach(app);
   QElapsedTimer clock;
@@ -197,6 +204,9 @@ int RunGui(const QString& folder, bool fresh) {
 
   Search(s, false);
   QPrinter& printer = sys.ThePrinter();
+  // Without a printer, the report goes to the benchmark's folder.
+  if (printer.outputFormat() == QPrinter::PdfFormat)
+    printer.setOutputFileName(QDir(folder).filePath(QStringLiteral("Kuvo-rapport.pdf")));
   clock.restart();
   s.run([&] { UserClick(s.w().ui().Imprimer); });
   const double printing = Seconds(clock);

@@ -1,5 +1,5 @@
 // kuvo-mkstore OUT [--installed]: makes a new store file with the shipped schema;
-// with --installed, table Kuvo is filled from the shipped demonstration history.
+// with --installed, table Kuvo is filled from the shipped draw history.
 #include <QFileInfo>
 #include <QString>
 #include <cstdio>

@@ -10,6 +10,7 @@ namespace kuvo {
 namespace {
 constexpr int kToolbarIndexError = 35600;
 constexpr int kGridIndexError = 381;
+constexpr int kLastRowError = 30015;
 
 QString Indexed(const QString& name, int i) { return QStringLiteral("%1(%2)").arg(name).arg(i); }
 }  // namespace
@@ -114,6 +115,15 @@ void ListControl::UserPick(int index) {
   const int before = listIndex_;
   SetListIndex(index);
   if (before == index && listIndex_ == index && Click) Click();
+}
+
+void ListControl::UserPress(int index, Int16 button, Int16 shift, double x, double y) {
+  Form& form = Parent();
+  const int generation = form.Generation();
+  if (index >= 0) SetListIndex(index);
+  // Click may have unloaded the window, and this control with it.
+  if (!form.Loaded() || form.Generation() != generation) return;
+  if (MouseDown) MouseDown(button, shift, x, y);
 }
 
 void ListControl::DescribeOwn(const PropertySink& sink) const {
@@ -267,9 +277,33 @@ void Grid::Clear() {
   ++revision_;
 }
 
+void Grid::AddItem(const QString& item) {
+  const int row = rows_;
+  SetRows(rows_ + 1);
+  const QStringList cells = item.split(QLatin1Char('\t'));
+  for (int c = 0; c < std::min(cols_, static_cast<int>(cells.size())); ++c)
+    cells_[static_cast<size_t>(row * cols_ + c)] = cells[c];
+  lastRow_ = row;
+}
+
+void Grid::RemoveItem(int row) {
+  if (row < 0 || row >= rows_) Raise(kGridIndexError);
+  if (rows_ - 1 < FixedRows + 1)
+    Raise(kLastRowError, QStringLiteral("Impossible de supprimer la dernière ligne non fixe"));
+  cells_.erase(cells_.begin() + row * cols_, cells_.begin() + (row + 1) * cols_);
+  --rows_;
+  if (Row >= rows_) Row = std::max(0, rows_ - 1);
+  ++revision_;
+}
+
 void Grid::UserClick(int row, int col) {
-  if (row >= 0 && row < rows_) Row = row;
-  if (col >= 0 && col < cols_) Col = col;
+  // A fixed row or column is a heading: the click reaches the program, the
+  // current cell stays where it was.
+  const bool onCell = row >= 0 && row < rows_ && col >= 0 && col < cols_;
+  if (onCell && row >= FixedRows && col >= FixedCols) {
+    Row = row;
+    Col = col;
+  }
   if (Click) Click();
 }
 

@@ -159,6 +159,9 @@ class ListControl : public Control {
   // A pick by the user: ListIndex and Text follow, then Click, even when the
   // item was already the one chosen.
   void UserPick(int index);
+  // A mouse press by the user on item `index` (-1 for none, below the items):
+  // the pick moves there first, with Click when it changed, then MouseDown.
+  void UserPress(int index, Int16 button, Int16 shift, double x, double y);
 
   QStringList List;
   QString Text;
@@ -287,9 +290,14 @@ class Grid : public Control {
   void SetFormatString(const QString& format);
   // Empties every cell, fixed ones included.
   void Clear();
+  // Adds a row at the end, its cells from `item` split at tabs.
+  void AddItem(const QString& item);
+  // Takes row `row` away; the last row that is not fixed cannot go (error 30015).
+  void RemoveItem(int row);
   // Raised by every change, so that a view can tell what to redraw.
   int Revision() const { return revision_; }
-  // A click by the user on a cell: Row and Col go there, then Click.
+  // A click by the user on a cell: Row and Col go there, then Click. A click
+  // on a fixed row or column raises Click and moves neither.
   void UserClick(int row, int col);
   // The row of the last change, for a view that follows a growing list.
   int LastRowWritten() const { return lastRow_; }

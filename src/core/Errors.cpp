@@ -10,6 +10,7 @@ QString ErrorText(int number) {
     case Err::Overflow: return QStringLiteral("Dépassement de capacité");
     case Err::SubscriptOutOfRange:
       return QStringLiteral("L'indice n'appartient pas à la sélection");
+    case Err::DivisionByZero: return QStringLiteral("Division par zéro");
     case Err::TypeMismatch: return QStringLiteral("Incompatibilité de type");
     case Err::BadFileName: return QStringLiteral("Nom ou numéro de fichier incorrect");
     case Err::FileNotFound: return QStringLiteral("Fichier introuvable");
@@ -53,5 +54,10 @@ Int32 ToInt32(long long value) {
 Int16 Add16(long long a, long long b) { return ToInt16(a + b); }
 Int16 Sub16(long long a, long long b) { return ToInt16(a - b); }
 Int16 Mul16(long long a, long long b) { return ToInt16(a * b); }
+
+double DivDbl(double a, double b) {
+  if (b == 0) Raise(a == 0 ? Err::Overflow : Err::DivisionByZero);
+  return a / b;
+}
 
 }  // namespace kuvo

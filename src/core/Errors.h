@@ -11,6 +11,7 @@ namespace Err {
 constexpr int InvalidCall = 5;             // Argument ou appel de procédure incorrect
 constexpr int Overflow = 6;                // Dépassement de capacité
 constexpr int SubscriptOutOfRange = 9;     // L'indice n'appartient pas à la sélection
+constexpr int DivisionByZero = 11;         // Division par zéro
 constexpr int TypeMismatch = 13;           // Incompatibilité de type
 constexpr int FileAlreadyOpen = 55;        // Fichier déjà ouvert
 constexpr int BadFileName = 52;            // Nom ou numéro de fichier incorrect
@@ -61,5 +62,9 @@ Int32 ToInt32(long long value);
 Int16 Add16(long long a, long long b);
 Int16 Sub16(long long a, long long b);
 Int16 Mul16(long long a, long long b);
+
+// Division in double precision: a divisor of 0 raises error 11, or error 6
+// when the dividend is 0 as well.
+double DivDbl(double a, double b);
 
 }  // namespace kuvo

@@ -107,7 +107,7 @@ class Database {
 // line, fields by position, the character closing each line cut off).
 void CreateStore(const QString& path, const QString& schemaSql, const QString& historyCsv = {});
 
-// The schema and the demonstration history shipped with the program.
+// The schema and the published draw history shipped with the program.
 QString ShippedSchema();
 QString ShippedHistory();
 

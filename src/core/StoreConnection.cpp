@@ -123,6 +123,7 @@ void StoreConnection::Setup(bool wal) {
   sqlite3_create_function_v2(db, "format", 2, SQLITE_UTF8, nullptr, FormatFunction, nullptr,
                              nullptr, nullptr);
   begin = Prepare("BEGIN IMMEDIATE");
+  beginRead = Prepare("BEGIN");
   commit = Prepare("COMMIT");
   dataVersion = Prepare("PRAGMA data_version");
   CheckOthers();

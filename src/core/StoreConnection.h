@@ -30,6 +30,7 @@ struct StoreConnection {
   bool holdCommits = false;
   Clock::time_point txStart;
   sqlite3_stmt* begin = nullptr;
+  sqlite3_stmt* beginRead = nullptr;
   sqlite3_stmt* commit = nullptr;
   // Counts the writes made through this connection: a set rereads its current
   // row when the count moved since it read it.
@@ -83,6 +84,16 @@ struct StoreConnection {
     }
     Step(begin);
     sqlite3_reset(begin);
+    txStart = Clock::now();
+    CheckOthers();
+  }
+
+  // Called as a set moves on to its next row: a walk through a set reads in
+  // one transaction, which the next commit ends, instead of one a row.
+  void BeforeRead() {
+    if (InTransaction()) return;
+    Step(beginRead);
+    sqlite3_reset(beginRead);
     txStart = Clock::now();
     CheckOthers();
   }

@@ -11,7 +11,7 @@
 #include "core/StoreRecordset.h"
 #include "core/StoreValue.h"
 
-// The schema and the demonstration history are compiled in as Qt resources;
+// The schema and the shipped draw history are compiled in as Qt resources;
 // a static library needs them registered by hand.
 static void InitStoreResources() {
   static const bool done = [] {
@@ -249,6 +249,6 @@ QString ReadResource(const QString& name) {
 
 QString ShippedSchema() { return ReadResource(QStringLiteral(":/db/schema.sql")); }
 
-QString ShippedHistory() { return ReadResource(QStringLiteral(":/db/demo-history.csv")); }
+QString ShippedHistory() { return ReadResource(QStringLiteral(":/db/history.csv")); }
 
 }  // namespace kuvo

@@ -269,6 +269,7 @@ void Recordset::MoveLast() {
 void Recordset::MoveNext() {
   d->CheckOpen();
   d->CancelEdit();
+  d->c->BeforeRead();
   d->Resolve();
   if (d->state == Impl::State::Eof || d->state == Impl::State::None)
     d->Fail(Err::NoCurrentRecord, Impl::kNoCurrent);

@@ -51,10 +51,15 @@ int TextFiles::FreeFile() const {
 
 void TextFiles::Open(const QString& path, Mode mode, int number) {
   if (number < 1 || number > kLastFileNumber) BadFileNumber();
-  if (files_.count(number) || IsOpen(path)) Raise(Err::FileAlreadyOpen);
+  if (files_.count(number)) Raise(Err::FileAlreadyOpen);
   OpenFile file;
   file.mode = mode;
   file.path = Key(path);
+  // A file may be open for reading under several numbers; one being written
+  // is open under its number alone.
+  for (const auto& [n, other] : files_)
+    if (other.path == file.path && (mode == Mode::Output || other.mode == Mode::Output))
+      Raise(Err::FileAlreadyOpen);
   QFile disk(file.path);
   if (mode == Mode::Input) {
     if (!QFileInfo(file.path).isFile()) Raise(Err::FileNotFound);

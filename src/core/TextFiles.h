@@ -14,8 +14,11 @@ namespace kuvo {
 //    right behind that carriage return goes with it, a lone line feed is an
 //    ordinary character;
 //  - "write a line" ends the text with a carriage return and a line feed.
-// A file stays open until it is closed: nothing closes it on an error, and
-// opening a path that is open already raises error 55 "Fichier déjà ouvert".
+// Each open takes a file number, which stays taken until that number is closed:
+// nothing closes a file on an error. Opening under a number in use raises error
+// 55 "Fichier déjà ouvert", and so does opening a file that is being written,
+// or opening for writing a file open under another number; a file may be open
+// for reading under several numbers.
 // What is written is kept in memory and reaches the disk when the file is
 // closed (or its buffer grows large), and at the end of the program.
 class TextFiles {
@@ -31,7 +34,8 @@ class TextFiles {
   int FreeFile() const;
   // Open path For Input / For Output As #number. Input reads the whole file at
   // once (a missing file raises 53); Output creates or empties the file at once.
-  // A number in use or a path open already raises 55.
+  // A number in use raises 55; so does a path open already, unless both this
+  // open and the earlier ones are for input.
   void Open(const QString& path, Mode mode, int number);
   // Close #number; a number not in use raises 52.
   void Close(int number);

@@ -9,6 +9,7 @@
 #include <limits>
 #include <string>
 #include <system_error>
+#include <vector>
 
 namespace kuvo {
 
@@ -169,6 +170,114 @@ bool ParseDate(const QString& text, QDate* out) {
   if (!date.isValid()) return false;
   *out = date;
   return true;
+}
+
+// The regional short date format with a four-digit year.
+QString ShortDateFormat() {
+  QString format = Regional().dateFormat(QLocale::ShortFormat);
+  static const QRegularExpression years(QStringLiteral("y+"));
+  format.replace(years, QStringLiteral("yyyy"));
+  return format;
+}
+
+// A text with the digits of any script made ASCII digits, in lower case, so
+// that two writings of one date compare equal.
+QString Plain(const QString& text) {
+  QString out;
+  out.reserve(text.size());
+  for (char32_t c : text.trimmed().toUcs4()) {
+    const int digit = QChar::digitValue(c);
+    if (digit >= 0)
+      out += QLatin1Char(static_cast<char>('0' + digit));
+    else
+      out += QString::fromUcs4(&c, 1);
+  }
+  return out.toLower();
+}
+
+// Reads back a date text the program wrote in the regional settings: the short
+// date (which may hold a month's name or digits of another script) or the mask
+// "dd mmmm yyyy". The numbers and the month's name found in the text give the
+// candidate dates; the one that is written exactly as the text is the date.
+bool ReadWrittenDate(const QString& text, QDate* out) {
+  const QLocale& locale = Regional();
+  const QString plain = Plain(text);
+  if (plain.isEmpty()) return false;
+  struct Found {
+    int month;
+    qsizetype at, size;
+  };
+  std::vector<Found> months;
+  for (int m = 1; m <= 12; ++m) {
+    const QString names[] = {locale.monthName(m, QLocale::LongFormat),
+                             locale.monthName(m, QLocale::ShortFormat),
+                             locale.standaloneMonthName(m, QLocale::LongFormat),
+                             locale.standaloneMonthName(m, QLocale::ShortFormat)};
+    for (const QString& name : names) {
+      const QString n = Plain(name);
+      const qsizetype at = n.isEmpty() ? -1 : plain.indexOf(n);
+      if (at >= 0) months.push_back({m, at, n.size()});
+    }
+  }
+  auto numbers = [](const QString& t) {
+    static const QRegularExpression digits(QStringLiteral("[0-9]+"));
+    std::vector<int> found;
+    for (auto it = digits.globalMatch(t); it.hasNext();) {
+      const QString run = it.next().captured();
+      if (run.size() > 4) return std::vector<int>();
+      found.push_back(run.toInt());
+    }
+    return found;
+  };
+  const QString mask = QStringLiteral("dd mmmm yyyy");
+  auto matches = [&](const QDate& date) {
+    return date.isValid() &&
+           (Plain(ShortDate(date)) == plain || Plain(FormatDate(date, mask)) == plain);
+  };
+  for (const Found& f : months) {
+    QString rest = plain;
+    rest.replace(f.at, f.size, QLatin1Char(' '));
+    const std::vector<int> n = numbers(rest);
+    if (n.size() != 2) continue;
+    for (const QDate& date : {QDate(n[1], f.month, n[0]), QDate(n[0], f.month, n[1])})
+      if (matches(date)) {
+        *out = date;
+        return true;
+      }
+  }
+  std::vector<int> n = numbers(plain);
+  if (n.size() != 3) return false;
+  // Day, month and year in any order: the one written as the text wins.
+  const int orders[6][3] = {{0, 1, 2}, {1, 0, 2}, {2, 1, 0}, {0, 2, 1}, {1, 2, 0}, {2, 0, 1}};
+  for (const auto& o : orders) {
+    const QDate date(n[o[2]], n[o[1]], n[o[0]]);
+    if (matches(date)) {
+      *out = date;
+      return true;
+    }
+  }
+  return false;
+}
+
+// Reads a date text: numbers in the regional order (or year first), then any
+// text the program writes in the regional settings, then the regional formats
+// as the platform reads them.
+bool ReadDate(const QString& text, QDate* out) {
+  if (ParseDate(text, out)) return true;
+  if (ReadWrittenDate(text, out)) return true;
+  const QString t = text.trimmed();
+  if (t.isEmpty()) return false;
+  const QLocale& locale = Regional();
+  const QString formats[] = {locale.dateFormat(QLocale::ShortFormat), QStringLiteral("d MMMM yyyy"),
+                             QStringLiteral("d MMM yyyy"), locale.dateFormat(QLocale::LongFormat)};
+  for (const QString& format : formats) {
+    const QDate date = locale.toDate(t, format);
+    if (date.isValid()) {
+      *out = date;
+      return true;
+    }
+  }
+  return false;
 }
 
 // Rounds to the nearest integer, a half to the even neighbour.
@@ -375,21 +484,18 @@ QString FormatDate(const QDate& date, const QString& mask) {
 
 QString ShortDate(const QDate& date) {
   if (!date.isValid()) return {};
-  QString format = Regional().dateFormat(QLocale::ShortFormat);
-  static const QRegularExpression years(QStringLiteral("y+"));
-  format.replace(years, QStringLiteral("yyyy"));
-  return Regional().toString(date, format);
+  return Regional().toString(date, ShortDateFormat());
 }
 
 QDate DateFromText(const QString& text) {
   QDate date;
-  if (!ParseDate(text, &date)) Raise(Err::TypeMismatch);
+  if (!ReadDate(text, &date)) Raise(Err::TypeMismatch);
   return date;
 }
 
 bool IsDateText(const QString& text) {
   QDate date;
-  return ParseDate(text, &date);
+  return ReadDate(text, &date);
 }
 
 Int16 CInt(double value) {

@@ -38,9 +38,11 @@ QString FormatNumber(double value, const QString& mask);
 QString FormatDate(const QDate& date, const QString& mask);
 
 // The platform's short date text (regional short format, four-digit year:
-// "04/03/2000" in French) and its reading back. DateFromText also takes the
-// day/month/year text of the import ("04/03/2000", "4/3/2000") and ISO text;
-// a text it cannot read raises error 13.
+// "04/03/2000" in French, "23 Nov 2026" in the C locale) and its reading back,
+// both on Regional(). DateFromText reads back every date text the program
+// writes in the regional settings (the short date, "dd mmmm yyyy"), numbers in
+// the regional order such as the import's day/month/year text ("04/03/2000",
+// "4/3/2000"), and ISO text; a text it cannot read raises error 13.
 QString ShortDate(const QDate& date);
 QDate DateFromText(const QString& text);
 // True when DateFromText would succeed.

@@ -132,11 +132,14 @@ void ChargeMiseJour::Cmd_Importation_Click() {
     TextFiles& files = App().Files();
     Platform& sys = Sys();
 
+    // Each pass reads file number 1 and writes number 2. A number left open by
+    // a failed pass stays taken: every later import then fails on it (error 55).
+    constexpr int in = 1;
+    constexpr int out = 2;
+
     // First pass: a line feed ends a line, which goes out with a "c" behind it,
     // so that the line reading (which stops at carriage returns) can see it.
-    int in = files.FreeFile();
     files.Open(chosen, TextFiles::Mode::Input, in);
-    int out = files.FreeFile();
     files.Open(temporary, TextFiles::Mode::Output, out);
     LigneTexte.resize(0);
     while (!files.Eof(in)) {
@@ -155,9 +158,7 @@ void ChargeMiseJour::Cmd_Importation_Click() {
 
     // Second pass: the chosen file is rewritten, each line without its "c" and
     // the closing character before it.
-    in = files.FreeFile();
     files.Open(temporary, TextFiles::Mode::Input, in);
-    out = files.FreeFile();
     files.Open(stem + QStringLiteral(".csv"), TextFiles::Mode::Output, out);
     while (!files.Eof(in)) {
       LigneTexte = files.LineInput(in);
@@ -172,7 +173,6 @@ void ChargeMiseJour::Cmd_Importation_Click() {
 
     // Third pass: the header is dropped; field i of a line goes to column i.
     NomFichier = chosen;
-    in = files.FreeFile();
     files.Open(NomFichier, TextFiles::Mode::Input, in);
     LigneTexte = files.LineInput(in);
     RsKuvo = m.BaseDonnees->OpenRecordset(QStringLiteral("Kuvo"));

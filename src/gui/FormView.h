@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "gui/FormWindow.h"
+#include "gui/Twips.h"
 
 class QMdiSubWindow;
 
@@ -17,26 +18,13 @@ namespace kuvo {
 
 class Form;
 class Control;
-class PictureBox;
 class QtPlatform;
 class ControlView;
 
-// The drawing unit of a picture in twips per unit (1 for twips, 1440 / 25.4 for
-// millimetres). Pictures are in twips unless a window's code installs a hook.
-using PictureScaleHook = std::function<double(const PictureBox& picture)>;
-void SetPictureScaleHook(PictureScaleHook hook);
-double PictureTwipsPerUnit(const PictureBox& picture);
-
-// Twips to pixels and back, at the program's 15 twips a pixel.
-constexpr int kTwipsPerPixel = 15;
-inline int Px(double twips) {
-  return static_cast<int>(twips / kTwipsPerPixel + (twips >= 0 ? 0.5 : -0.5));
-}
-
-// The view of any window: one widget per control, placed from its twips,
-// rendering the control's state and forwarding the user's actions as events.
-// An MDI child goes into the main window's work area, any other window stands
-// on its own.
+// The view of any window: one view per control (each kind in its own file),
+// placed from its twips, rendering the control's state and forwarding the
+// user's actions as events. An MDI child goes into the main window's work
+// area, any other window stands on its own.
 class FormView : public QWidget, public FormWindow {
  public:
   FormView(QtPlatform& platform, Form& form);
@@ -54,6 +42,9 @@ class FormView : public QWidget, public FormWindow {
   // The widget that shows a control (null for controls with nothing visible).
   QWidget* WidgetOf(const Control& control) const;
   QtPlatform& Platform() const { return platform_; }
+  // Below 1 when the window is drawn smaller, fonts included, to fit the room
+  // it stands in (the main window's work area, or the screen).
+  double Zoom() const { return zoom_; }
 
   // Runs a user event on this window; false when the window went away meanwhile.
   bool Raise(const std::function<void()>& handler);
@@ -68,6 +59,9 @@ class FormView : public QWidget, public FormWindow {
   void Build();
   void SyncWindow();
   void ApplyGeometry();
+  // The room the window stands in: the work area for a child window, the
+  // screen for another; its top left corner is where the window's place counts from.
+  QRect Room() const;
   void CloseByFrame();
   ControlView* ViewOfControl(const Control& control) const;
 
@@ -84,6 +78,7 @@ class FormView : public QWidget, public FormWindow {
   QString caption_;
   bool captionSet_ = false;
   QRect geometry_;
+  double zoom_ = 1.0;
   bool visible_ = false;
   bool enabled_ = true;
 };

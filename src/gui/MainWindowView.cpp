@@ -2,12 +2,10 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -200,17 +198,17 @@ void MainWindowView::Sync() {
 
 void MainWindowView::ShowWindow(bool) {
   if (!attached_) return;
-  // The main window takes the whole screen: the child windows place
-  // themselves by the screen's size.
+  // The main window takes the whole screen, maximised by the window manager
+  // so that its title bar stays in reach: the child windows place themselves
+  // by the screen's size.
+  Sync();
   if (!placed_) {
     placed_ = true;
-    if (QScreen* screen = QGuiApplication::primaryScreen())
-      setGeometry(screen->availableGeometry());
-    else
-      resize(Px(form_.Width), Px(form_.Height));
+    resize(Px(form_.Width), Px(form_.Height));
+    showMaximized();
+  } else {
+    show();
   }
-  Sync();
-  show();
   raise();
   activateWindow();
 }

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -15,12 +16,14 @@
 #include <QScreen>
 #include <QTime>
 #include <QUrl>
+#include <cmath>
 #include <cstdlib>
 
 #include "core/Errors.h"
 #include "core/Form.h"
 #include "core/MDIKuvo.h"
 #include "core/Program.h"
+#include "gui/Desktop.h"
 #include "gui/FormView.h"
 #include "gui/MainWindowView.h"
 #include "gui/QtPrinter.h"
@@ -216,11 +219,12 @@ QString QtPlatform::ShowOpen(const QString& filter) {
 QPrinter& QtPlatform::ThePrinter() {
   if (!printer_) {
     printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    // Without a printer on the machine, the report goes to a PDF file beside
-    // the program.
+    // Without a printer on the machine, each report goes to a new PDF file in
+    // the user's documents folder.
     if (QPrinterInfo::availablePrinters().isEmpty()) {
       printer_->setOutputFormat(QPrinter::PdfFormat);
-      printer_->setOutputFileName(QDir(AppPath()).filePath(QStringLiteral("Kuvo-rapport.pdf")));
+      reportFile_ = NewReportFile();
+      printer_->setOutputFileName(reportFile_);
     }
   }
   return *printer_;
@@ -233,8 +237,28 @@ void QtPlatform::ShowPrinterSetup() {
 }
 
 Printer& QtPlatform::CurrentPrinter() {
-  if (!qtPrinter_) qtPrinter_ = std::make_unique<QtPrinter>(ThePrinter());
+  if (!qtPrinter_) {
+    qtPrinter_ = std::make_unique<QtPrinter>(ThePrinter());
+    qtPrinter_->OnStart = [this] {
+      // A new file for each report, unless the printer set-up chose another.
+      if (!reportFile_.isEmpty() && printer_->outputFileName() == reportFile_) {
+        reportFile_ = NewReportFile();
+        printer_->setOutputFileName(reportFile_);
+      }
+    };
+    qtPrinter_->OnEnd = [this] {
+      // Printed to a file: the user sees it as a printer would have shown it.
+      const QString file = printer_->outputFileName();
+      if (printer_->outputFormat() == QPrinter::PdfFormat && !file.isEmpty() &&
+          QFileInfo(file).isFile())
+        OpenDocument(file);
+    };
+  }
   return *qtPrinter_;
+}
+
+void QtPlatform::OpenDocument(const QString& path) {
+  QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 void QtPlatform::ShellExecute(const QString&, const QString& target) {
@@ -249,12 +273,14 @@ double QtPlatform::SecondsSinceMidnight() {
 
 int QtPlatform::ScreenWidth() const {
   const QScreen* s = QGuiApplication::primaryScreen();
-  return (s ? s->availableGeometry().width() : 1024) * kTwipsPerPixel;
+  return static_cast<int>(
+      std::lround((s ? s->availableGeometry().width() : 1024) * TwipsPerPixel()));
 }
 
 int QtPlatform::ScreenHeight() const {
   const QScreen* s = QGuiApplication::primaryScreen();
-  return (s ? s->availableGeometry().height() : 768) * kTwipsPerPixel;
+  return static_cast<int>(
+      std::lround((s ? s->availableGeometry().height() : 768) * TwipsPerPixel()));
 }
 
 QString QtPlatform::AppPath() const {

@@ -47,6 +47,9 @@ class QtPlatform : public Platform {
   // The parent for dialogs: the active window, or the main window.
   QWidget* DialogParent() const;
   QPrinter& ThePrinter();
+  // Shows a document in the desktop's viewer: the report printed to a PDF
+  // file on a machine without a printer.
+  virtual void OpenDocument(const QString& path);
 
   int MsgBox(const QString& prompt, int style, const QString& title) override;
   void DoEvents() override;
@@ -101,6 +104,8 @@ class QtPlatform : public Platform {
   RandomGenerator random_;
   std::unique_ptr<QPrinter> printer_;
   std::unique_ptr<QtPrinter> qtPrinter_;
+  // The PDF file the last report went to when the machine has no printer.
+  QString reportFile_;
 
   // DoEvents is called once per character of a long file: it pumps the event
   // loop at most every millisecond and syncs the views at most every 20 ms,

@@ -54,6 +54,7 @@ QFont QtPrinter::PrintFont() const {
 
 void QtPrinter::Begin() {
   if (painter_) return;
+  if (OnStart) OnStart();
   auto painter = std::make_unique<QPainter>();
   if (!painter->begin(&printer_)) Raise(kPrinterError, QStringLiteral("Erreur d'imprimante"));
   painter_ = std::move(painter);
@@ -103,6 +104,7 @@ void QtPrinter::EndDoc() {
   if (!painter_) return;
   painter_->end();
   Finish();
+  if (OnEnd) OnEnd();
 }
 
 }  // namespace kuvo

@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QString>
+#include <functional>
 #include <memory>
 
 #include "core/Platform.h"
@@ -32,6 +33,9 @@ class QtPrinter : public Printer {
   void EndDoc() override;
 
   bool Printing() const { return painter_ != nullptr; }
+  // Called as a document starts, and once it has been produced by EndDoc.
+  std::function<void()> OnStart;
+  std::function<void()> OnEnd;
   // The face the lines are printed in: Courier New when the machine has it,
   // else the system's fixed-pitch font, at the size and weight asked.
   QFont PrintFont() const;

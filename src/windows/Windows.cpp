@@ -4,7 +4,13 @@
 #include "core/Avance.h"
 #include "core/MDIKuvo.h"
 #include "draws/ChargeMiseJour.h"
+#include "draws/TirModi.h"
 #include "draws/TirSais.h"
+#include "draws/TirSup.h"
+#include "favourites/NumPref.h"
+#include "proposals/AleaOrdi.h"
+#include "statistics/NumerosAffines.h"
+#include "statistics/TirGrou.h"
 #include "statistics/TirVerif.h"
 
 namespace kuvo {
@@ -24,14 +30,14 @@ const WindowMakers& AllWindows() {
       {"MDIKuvo", &Make<MDIKuvo>},
       {"Avance", &Make<Avance>},
       {"AleaBase", nullptr},
-      {"AleaOrdi", nullptr},
-      {"NumerosAffines", nullptr},
-      {"NumPref", nullptr},
+      {"AleaOrdi", &Make<AleaOrdi>},
+      {"NumerosAffines", &Make<NumerosAffines>},
+      {"NumPref", &Make<NumPref>},
       {"TirBase", nullptr},
-      {"TirGrou", nullptr},
-      {"TirModi", nullptr},
+      {"TirGrou", &Make<TirGrou>},
+      {"TirModi", &Make<TirModi>},
       {"TirSais", &Make<TirSais>},
-      {"TirSup", nullptr},
+      {"TirSup", &Make<TirSup>},
       {"TirVerif", &Make<TirVerif>},
       {"ChargeMiseJour", &Make<ChargeMiseJour>},
       {"Propos", &Make<Propos>},

@@ -26,6 +26,7 @@
 #include "GuiSupport.h"
 #include "core/Form.h"
 #include "gui/FormView.h"
+#include "gui/PictureView.h"
 
 namespace kuvo::testing {
 namespace {
@@ -147,6 +148,9 @@ SampleUi::SampleUi(Sample& f)
   };
   Option1.Click = [&f] { f.events << QStringLiteral("Option1_Click"); };
   Option2.Click = [&f] { f.events << QStringLiteral("Option2_Click"); };
+  Option3.MouseMove = [&f](Int16 button, Int16, double, double) {
+    f.events << QStringLiteral("Option3_MouseMove:%1").arg(button);
+  };
   Check1.Click = [&f, this] { f.events << QStringLiteral("Check1_Click:%1").arg(Check1.Value); };
   Combo1.Click = [&f, this] { f.events << QStringLiteral("Combo1_Click:") + Combo1.Text; };
   List1.Click = [&f, this] { f.events << QStringLiteral("List1_Click:%1").arg(List1.ListIndex()); };
@@ -392,6 +396,7 @@ TEST_F(FormViewTest, GridFollowsRowsAddedOneByOneInALongLoop) {
     g.SetTextMatrix(r, 0, QStringLiteral("%1").arg(r));
     g.SetTextMatrix(r, 1, QString::number(r * 2));
     g.SetTextMatrix(r, 2, QStringLiteral("texte"));
+    g.Row = r;
     run->platform.DoEvents();
     if (r == 1500) shownHalfway = table->model()->rowCount();
   }
@@ -411,8 +416,13 @@ TEST_F(FormViewTest, GridFollowsRowsAddedOneByOneInALongLoop) {
   // The fixed column looks like a header.
   EXPECT_TRUE(table->model()->index(0, 0).data(Qt::BackgroundRole).isValid());
   EXPECT_FALSE(table->model()->index(0, 1).data(Qt::BackgroundRole).isValid());
-  // The view followed the last row written.
-  EXPECT_EQ(table->verticalScrollBar()->value(), table->verticalScrollBar()->maximum());
+  // Filling the grid, current row included, never scrolled it: its first row
+  // stands right under the header.
+  EXPECT_GT(table->verticalScrollBar()->maximum(), 0);
+  EXPECT_EQ(table->verticalScrollBar()->value(), 0);
+  EXPECT_EQ(table->rowAt(0), 0);
+  EXPECT_EQ(table->rowViewportPosition(0), 0);
+  EXPECT_EQ(table->currentIndex().row(), 2999);
 
   table->clicked(table->model()->index(4, 1));
   EXPECT_EQ(g.Row, 5);
@@ -422,6 +432,93 @@ TEST_F(FormViewTest, GridFollowsRowsAddedOneByOneInALongLoop) {
   g.SetRows(2);
   run->platform.SyncAll();
   EXPECT_EQ(table->model()->rowCount(), 1);
+}
+
+void MouseClick(QWidget* w, QPoint at) {
+  QMouseEvent press(QEvent::MouseButtonPress, QPointF(at), w->mapToGlobal(QPointF(at)),
+                    Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(w, &press);
+  QMouseEvent release(QEvent::MouseButtonRelease, QPointF(at), w->mapToGlobal(QPointF(at)),
+                      Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(w, &release);
+}
+
+TEST_F(FormViewTest, GridHeadingsClickWithoutMovingTheCurrentCell) {
+  FormView* view = Show();
+  SampleUi& ui = sample->ui();
+  Grid& g = ui.Grille;
+  g.SetRows(4);
+  for (int r = 1; r < 4; ++r) g.SetTextMatrix(r, 1, QString::number(r * 10));
+  run->platform.SyncAll();
+  auto* table = Widget<QTableView>(view, g);
+  ASSERT_NE(table, nullptr);
+  QWidget* cells = table->viewport();
+
+  MouseClick(cells, table->visualRect(table->model()->index(1, 2)).center());
+  run->platform.SyncAll();
+  EXPECT_EQ(g.Row, 2);
+  EXPECT_EQ(g.Col, 2);
+  EXPECT_EQ(table->currentIndex(), table->model()->index(1, 2));
+
+  // The fixed column: a click, and the view goes back to the current cell.
+  MouseClick(cells, table->visualRect(table->model()->index(2, 0)).center());
+  run->platform.SyncAll();
+  EXPECT_EQ(g.Row, 2);
+  EXPECT_EQ(g.Col, 2);
+  EXPECT_EQ(table->currentIndex(), table->model()->index(1, 2));
+
+  // The heading row.
+  QHeaderView* head = table->horizontalHeader();
+  MouseClick(head->viewport(), QPoint(head->sectionViewportPosition(1) + 5, head->height() / 2));
+  run->platform.SyncAll();
+  EXPECT_EQ(g.Row, 2);
+  EXPECT_EQ(g.Col, 2);
+  EXPECT_EQ(table->currentIndex(), table->model()->index(1, 2));
+  EXPECT_EQ(sample->events,
+            QStringList({QStringLiteral("Grille_Click:2"), QStringLiteral("Grille_Click:2"),
+                         QStringLiteral("Grille_Click:2")}));
+}
+
+TEST_F(FormViewTest, GridOfThirtyThousandRowsHasNoWidgetPerCell) {
+  FormView* view = Show();
+  SampleUi& ui = sample->ui();
+  auto* table = Widget<QTableView>(view, ui.Grille);
+  ASSERT_NE(table, nullptr);
+  const qsizetype widgetsBefore = table->findChildren<QWidget*>().size();
+  Grid& g = ui.Grille;
+  g.SetRows(30001);
+  for (int r = 1; r <= 30000; ++r) {
+    g.SetTextMatrix(r, 0, QStringLiteral("%1").arg(r));
+    g.SetTextMatrix(r, 1, QString::number(r % 97));
+    g.SetTextMatrix(r, 2, QStringLiteral("texte"));
+  }
+  run->platform.SyncAll();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(table->model()->rowCount(), 30000);
+  EXPECT_EQ(table->findChildren<QWidget*>().size(), widgetsBefore);
+  EXPECT_EQ(table->indexWidget(table->model()->index(0, 1)), nullptr);
+  EXPECT_EQ(table->findChildren<QAbstractItemModel*>().size(), 1);
+
+  // Each column keeps the alignment its heading asks for.
+  auto align = [table](int row, int col) {
+    return Qt::Alignment(table->model()->index(row, col).data(Qt::TextAlignmentRole).toInt());
+  };
+  EXPECT_EQ(align(0, 0), Qt::AlignHCenter | Qt::AlignVCenter);
+  EXPECT_EQ(align(0, 1), Qt::AlignRight | Qt::AlignVCenter);
+  EXPECT_EQ(align(0, 2), Qt::AlignLeft | Qt::AlignVCenter);
+  // The fixed column has the colour of the header, the others none of their own.
+  const QVariant fixed = table->model()->index(29999, 0).data(Qt::BackgroundRole);
+  ASSERT_TRUE(fixed.isValid());
+  EXPECT_EQ(fixed.value<QBrush>().color(), QApplication::palette().button().color());
+  EXPECT_FALSE(table->model()->index(29999, 2).data(Qt::BackgroundRole).isValid());
+  EXPECT_TRUE(table->horizontalHeader()->isVisibleTo(table));
+
+  // Without a mark in its heading, numbers go right and texts left.
+  g.SetFormatString(QStringLiteral("Date|Nombre|Texte"));
+  run->platform.SyncAll();
+  EXPECT_EQ(align(0, 1), Qt::AlignRight | Qt::AlignVCenter);
+  EXPECT_EQ(align(0, 2), Qt::AlignLeft | Qt::AlignVCenter);
+  EXPECT_EQ(table->model()->headerData(2, Qt::Horizontal).toString(), QStringLiteral("Texte"));
 }
 
 TEST_F(FormViewTest, PictureMouseMovesComeInThePicturesOwnUnit) {
@@ -441,6 +538,19 @@ TEST_F(FormViewTest, PictureMouseMovesComeInThePicturesOwnUnit) {
   EXPECT_NEAR(sample->moves[0].y(), 10 * 15 / (1440.0 / 25.4), 1e-9);
   sample->ui().Picture1.FillBox(0, 0, 10, 10, Colours::Red);
   run->platform.RefreshControl(sample->ui().Picture1);
+}
+
+TEST_F(FormViewTest, AnOptionThatWatchesTheMouseHearsItWithoutAButtonHeld) {
+  FormView* view = Show();
+  auto* one = Widget<QRadioButton>(view, sample->ui().Option1);
+  auto* three = Widget<QRadioButton>(view, sample->ui().Option3);
+  ASSERT_NE(three, nullptr);
+  EXPECT_FALSE(one->hasMouseTracking());
+  EXPECT_TRUE(three->hasMouseTracking());
+  QMouseEvent move(QEvent::MouseMove, QPointF(5, 5), QPointF(), Qt::NoButton, Qt::NoButton,
+                   Qt::NoModifier);
+  QCoreApplication::sendEvent(three, &move);
+  EXPECT_EQ(sample->events, QStringList{QStringLiteral("Option3_MouseMove:0")});
 }
 
 TEST_F(FormViewTest, TimerTicksWhileEnabled) {

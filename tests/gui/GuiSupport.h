@@ -17,12 +17,14 @@ class TestPlatform : public QtPlatform {
   using QtPlatform::QtPlatform;
   QStringList boxes;
   QStringList fatals;
+  QStringList opened;  // documents the desktop's viewer was asked to show
   int MsgBox(const QString& prompt, int, const QString&) override {
     boxes << prompt;
     return Mb::AnswerOk;
   }
   void ReportFatal(int number, const QString& text) override { fatals << FatalText(number, text); }
   [[noreturn]] void EndProgram() override { throw ProgramEnd{}; }
+  void OpenDocument(const QString& path) override { opened << path; }
 };
 
 // An application folder with a new store.

@@ -142,18 +142,5 @@ TEST(PrinterTest, KillDocAbandonsTheDocument) {
   EXPECT_EQ(out.Page(), 1);
 }
 
-TEST(PrinterTest, WithoutAPrinterTheReportIsAPdfBesideTheProgram) {
-  if (!QPrinterInfo::availablePrinters().isEmpty()) GTEST_SKIP() << "this machine has a printer";
-  QTemporaryDir dir;
-  QtPlatform platform(dir.path());
-  QPrinter& printer = platform.ThePrinter();
-  EXPECT_EQ(printer.outputFormat(), QPrinter::PdfFormat);
-  EXPECT_EQ(printer.outputFileName(), dir.filePath(QStringLiteral("Kuvo-rapport.pdf")));
-  Printer& out = platform.CurrentPrinter();
-  out.PrintLine(QStringLiteral("Kuvo"));
-  out.EndDoc();
-  EXPECT_TRUE(QFileInfo::exists(dir.filePath(QStringLiteral("Kuvo-rapport.pdf"))));
-}
-
 }  // namespace
 }  // namespace kuvo::testing

@@ -80,5 +80,13 @@ TEST(ErrorsTest, Sub16AndMul16) {
   EXPECT_EQ(RaisedBy([] { Mul16(182, 181); }).Number(), 6);
 }
 
+TEST(ErrorsTest, DivDblByZero) {
+  EXPECT_EQ(DivDbl(3, 4), 0.75);
+  EXPECT_EQ(RaisedBy([] { DivDbl(3, 0); }).Number(), 11);
+  EXPECT_EQ(RaisedBy([] { DivDbl(3, 0); }).Description(), QStringLiteral("Division par zéro"));
+  EXPECT_EQ(RaisedBy([] { DivDbl(0, 0); }).Number(), 6);
+  EXPECT_EQ(DivDbl(0, 5), 0);
+}
+
 }  // namespace
 }  // namespace kuvo

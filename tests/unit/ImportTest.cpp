@@ -81,14 +81,20 @@ TEST(Import, FilesOfAFailedPassStayOpenAndRefuseASecondOpen) {
   TextFiles& files = runner.program().Files();
   EXPECT_TRUE(files.IsOpen(temporary));
   EXPECT_TRUE(files.IsOpen(chosen));
+  EXPECT_TRUE(files.IsOpen(1));  // the temporary file, read by the second pass
+  EXPECT_TRUE(files.IsOpen(2));  // the chosen file, written by it
   EXPECT_EQ(Get(chosen), "");
+  // Numbers 1 and 2 stay taken, whatever file is opened under them.
+  const QString other = dir.filePath("Autre.csv");
+  Put(other, QByteArray(kHeader) + "\n" + kLine + "\n");
   int number = 0;
   try {
-    files.Open(chosen, TextFiles::Mode::Input, files.FreeFile());
+    files.Open(other, TextFiles::Mode::Input, 1);
   } catch (const VbError& e) {
     number = e.Number();
   }
   EXPECT_EQ(number, Err::FileAlreadyOpen);
+  EXPECT_FALSE(files.IsOpen(other));
 }
 
 TEST(Import, LinesWrittenBeforeAFailureReachTheFileAtTheEndOfTheProgram) {

@@ -223,6 +223,18 @@ TEST_F(StoreSeekTest, WritesOfAnotherConnectionAreFound) {
   EXPECT_EQ(Rows(), QStringLiteral("1:01,02=9 2:03,04=1"));
 }
 
+TEST_F(StoreSeekTest, WritesOfAnotherConnectionAreFoundOnceAWalkBegins) {
+  AddGroups("Groupe2", {{"01,02", 1}, {"03,04", 1}});
+  db_->CommitPending();
+  auto rs = Groups();
+  EXPECT_EQ(Sorties(*rs, QStringLiteral("01,02")), QVariant(qlonglong{1}));
+  OtherConnection other(path_, true);
+  ASSERT_TRUE(other.Exec("UPDATE Groupe2 SET Sorties = 5"));
+  auto walker = Groups();
+  walker->MoveNext();  // the walk reads in a transaction of its own
+  EXPECT_EQ(Sorties(*rs, QStringLiteral("01,02")), QVariant(qlonglong{5}));
+}
+
 TEST_F(StoreSeekTest, ACommitInTheMiddleOfACountLosesNothing) {
   auto rs = Groups();
   Count(*rs, QStringLiteral("01,02"));

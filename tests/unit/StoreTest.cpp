@@ -740,6 +740,38 @@ TEST_F(StoreTest, AnOldTransactionIsCommittedAtTheNextWrite) {
   EXPECT_EQ(other.Count("Groupe2"), 2);
 }
 
+TEST_F(StoreTest, AWalkReadsInOneTransactionThatTheNextCommitEnds) {
+  AddGroups("Groupe2", {{"01-02", 1}, {"03-04", 2}, {"05-06", 3}});
+  db_->CommitPending();
+  auto rs = db_->OpenRecordset(QStringLiteral("Groupe2"));
+  rs->SetIndex(QStringLiteral("Numeros"));
+  rs->MoveFirst();
+  EXPECT_TRUE(sqlite3_get_autocommit(db_->Handle()));
+  rs->MoveNext();
+  EXPECT_FALSE(sqlite3_get_autocommit(db_->Handle()));
+  // Rows written during the walk are seen by it, as in a live table.
+  AddGroups("Groupe2", {{"04-05", 9}});
+  rs->MoveNext();
+  EXPECT_EQ(rs->Fields(QStringLiteral("Numeros")).GetValue().toString(), QStringLiteral("04-05"));
+  db_->CommitPending();
+  EXPECT_TRUE(sqlite3_get_autocommit(db_->Handle()));
+  OtherConnection other(path_);
+  EXPECT_EQ(other.Count("Groupe2"), 4);
+  // After the commit, another connection's write is seen by the next step.
+  {
+    sqlite3* writer = nullptr;
+    sqlite3_open_v2(path_.toUtf8().constData(), &writer, SQLITE_OPEN_READWRITE, nullptr);
+    sqlite3_exec(writer, "INSERT INTO Groupe2 VALUES ('04-09', 7)", nullptr, nullptr, nullptr);
+    sqlite3_close_v2(writer);
+  }
+  rs->MoveNext();
+  EXPECT_EQ(rs->Fields(QStringLiteral("Numeros")).GetValue().toString(), QStringLiteral("04-09"));
+  rs->MoveNext();
+  EXPECT_EQ(rs->Fields(QStringLiteral("Numeros")).GetValue().toString(), QStringLiteral("05-06"));
+  rs->MoveNext();
+  EXPECT_TRUE(rs->Eof());
+}
+
 TEST_F(StoreTest, ClosingTheDatabaseCommits) {
   AddGroups("Groupe5", {{"01-02-03-04-05", 1}});
   db_.reset();

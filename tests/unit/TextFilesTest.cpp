@@ -140,17 +140,30 @@ TEST_F(TextFilesTest, MissingFileForInputIsError53) {
   EXPECT_FALSE(files.IsOpen(1));
 }
 
-TEST_F(TextFilesTest, PathOpenAlreadyIsError55WhateverTheNumberAndMode) {
+TEST_F(TextFilesTest, FileBeingWrittenOrWrittenAgainIsError55) {
   Put("a.txt", "x\r\n");
   files.Open(Path("a.txt"), Mode::Input, 1);
-  EXPECT_EQ(ErrorOf([&] { files.Open(Path("a.txt"), Mode::Input, 2); }), Err::FileAlreadyOpen);
   EXPECT_EQ(ErrorOf([&] { files.Open(Path("a.txt"), Mode::Output, 2); }), Err::FileAlreadyOpen);
   // The same file by another spelling of its path.
-  EXPECT_EQ(ErrorOf([&] { files.Open(dir.path() + "/./a.txt", Mode::Input, 2); }),
+  EXPECT_EQ(ErrorOf([&] { files.Open(dir.path() + "/./a.txt", Mode::Output, 2); }),
             Err::FileAlreadyOpen);
   files.Open(Path("b.txt"), Mode::Output, 2);
   EXPECT_EQ(ErrorOf([&] { files.Open(Path("b.txt"), Mode::Input, 3); }), Err::FileAlreadyOpen);
+  EXPECT_EQ(ErrorOf([&] { files.Open(Path("b.txt"), Mode::Output, 3); }), Err::FileAlreadyOpen);
   EXPECT_FALSE(files.IsOpen(3));
+}
+
+TEST_F(TextFilesTest, FileReadUnderTwoNumbers) {
+  Put("a.txt", "one\rtwo\r");
+  files.Open(Path("a.txt"), Mode::Input, 1);
+  files.Open(dir.path() + "/./a.txt", Mode::Input, 2);
+  EXPECT_EQ(files.LineInput(1), "one");
+  EXPECT_EQ(files.LineInput(2), "one");
+  EXPECT_EQ(files.LineInput(1), "two");
+  files.Close(1);
+  EXPECT_TRUE(files.IsOpen(Path("a.txt")));
+  EXPECT_EQ(ErrorOf([&] { files.Kill(Path("a.txt")); }), Err::FileAlreadyOpen);
+  EXPECT_EQ(files.LineInput(2), "two");
 }
 
 TEST_F(TextFilesTest, NumberInUseIsError55) {
@@ -158,6 +171,10 @@ TEST_F(TextFilesTest, NumberInUseIsError55) {
   Put("b.txt", "y");
   files.Open(Path("a.txt"), Mode::Input, 1);
   EXPECT_EQ(ErrorOf([&] { files.Open(Path("b.txt"), Mode::Input, 1); }), Err::FileAlreadyOpen);
+  EXPECT_EQ(ErrorOf([&] { files.Open(Path("a.txt"), Mode::Input, 1); }), Err::FileAlreadyOpen);
+  EXPECT_EQ(ErrorOf([&] { files.Open(Path("c.txt"), Mode::Output, 1); }), Err::FileAlreadyOpen);
+  EXPECT_FALSE(QFile::exists(Path("c.txt")));  // refused before the file is made
+  EXPECT_EQ(files.LineInput(1), "x");          // the first file is still there
 }
 
 TEST_F(TextFilesTest, CloseFreesTheNumberAndThePath) {

@@ -342,6 +342,22 @@ TEST_F(TextsTest, DateFromTextRejectsBadText) {
   }
 }
 
+TEST_F(TextsTest, DateFromTextReadsBackTheLongFormOfTheLists) {
+  // The dates a list shows through "dd mmmm yyyy" are read back by the store.
+  EXPECT_EQ(DateFromText(QStringLiteral("04 mars 2000")), QDate(2000, 3, 4));
+  EXPECT_EQ(DateFromText(QStringLiteral("14 février 2024")), QDate(2024, 2, 14));
+  EXPECT_EQ(DateFromText(QStringLiteral("30 décembre 2023")), QDate(2023, 12, 30));
+  EXPECT_EQ(DateFromText(QStringLiteral("15 août 1999")), QDate(1999, 8, 15));
+  const QString mask = QStringLiteral("dd mmmm yyyy");
+  for (QDate d(2023, 1, 1); d.year() == 2023; d = d.addDays(1))
+    ASSERT_EQ(DateFromText(FormatDate(d, mask)), d) << FormatDate(d, mask).toStdString();
+  SetRegional(kEnglish);
+  for (QDate d(2024, 1, 1); d.year() == 2024; d = d.addDays(1))
+    ASSERT_EQ(DateFromText(FormatDate(d, mask)), d) << FormatDate(d, mask).toStdString();
+  for (const char* text : {"31 février 2000", "04 2000", "04 mars 2000 1"})
+    EXPECT_EQ(ErrorOf([text] { DateFromText(QString::fromUtf8(text)); }), 13) << text;
+}
+
 TEST_F(TextsTest, IsDateText) {
   EXPECT_TRUE(IsDateText(QStringLiteral("04/03/2000")));
   EXPECT_TRUE(IsDateText(QStringLiteral("4/3/2000")));

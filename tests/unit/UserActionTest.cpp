@@ -15,6 +15,7 @@ struct PanelUi {
   CheckBox Check1;
   Grid Grille;
   Calendar Calendar1;
+  ListBox List1;
 };
 
 class Panel : public FormOf<Panel, PanelUi> {
@@ -32,15 +33,20 @@ PanelUi::PanelUi(Panel& f)
       Option3(f, "Option3"),
       Check1(f, "Check1"),
       Grille(f, "Grille"),
-      Calendar1(f, "Calendar1") {
+      Calendar1(f, "Calendar1"),
+      List1(f, "List1") {
   Combo1.AddItem(QStringLiteral("Numeros"));
   Combo1.AddItem(QStringLiteral("Sorties"));
   Option3.Container = &Frame1;
   Option3.Value = true;
   Grille.SetRows(5);
   for (Control* c : std::initializer_list<Control*>{&Combo1, &Option1, &Option2, &Option3, &Check1,
-                                                    &Grille, &Calendar1})
+                                                    &Grille, &Calendar1, &List1})
     c->Click = [&f, c] { f.clicks << c->FullName(); };
+  for (const char* item : {"a", "b", "c"}) List1.AddItem(QLatin1String(item));
+  List1.MouseDown = [&f, this](Int16 button, Int16, double, double) {
+    f.clicks << QStringLiteral("List1_MouseDown:%1:%2").arg(button).arg(List1.ListIndex());
+  };
 }
 
 struct UserActionTest : ::testing::Test {
@@ -83,10 +89,59 @@ TEST_F(UserActionTest, AGridClickMovesToTheCellThenClicks) {
   EXPECT_EQ(panel.clicks, QStringList{"Grille"});
 }
 
+TEST_F(UserActionTest, AClickOnAHeadingClicksAndLeavesTheCurrentCell) {
+  ui().Grille.SetCols(4);
+  ui().Grille.UserClick(3, 2);
+  ui().Grille.UserClick(0, 1);  // the fixed row
+  EXPECT_EQ(ui().Grille.Row, 3);
+  EXPECT_EQ(ui().Grille.Col, 2);
+  ui().Grille.UserClick(2, 0);  // the fixed column
+  EXPECT_EQ(ui().Grille.Row, 3);
+  EXPECT_EQ(ui().Grille.Col, 2);
+  ui().Grille.UserClick(0, 0);  // the corner
+  EXPECT_EQ(ui().Grille.Row, 3);
+  EXPECT_EQ(ui().Grille.Col, 2);
+  EXPECT_EQ(panel.clicks, (QStringList{"Grille", "Grille", "Grille", "Grille"}));
+}
+
+TEST_F(UserActionTest, WithoutFixedColumnsTheFirstColumnIsACell) {
+  ui().Grille.FixedCols = 0;
+  ui().Grille.UserClick(2, 0);
+  EXPECT_EQ(ui().Grille.Row, 2);
+  EXPECT_EQ(ui().Grille.Col, 0);
+}
+
 TEST_F(UserActionTest, ADayPickedBecomesTheValueThenClicks) {
   ui().Calendar1.UserPick(QDate(2024, 3, 4));
   EXPECT_EQ(ui().Calendar1.Value(), QDate(2024, 3, 4));
   EXPECT_EQ(panel.clicks, QStringList{"Calendar1"});
+}
+
+TEST_F(UserActionTest, APressOnAnItemPicksItThenRaisesMouseDown) {
+  ui().List1.UserPress(1, 1, 0, 0, 0);
+  EXPECT_EQ(ui().List1.ListIndex(), 1);
+  EXPECT_EQ(ui().List1.Text, QStringLiteral("b"));
+  EXPECT_EQ(panel.clicks, (QStringList{"List1", "List1_MouseDown:1:1"}));
+  // The same item again: no change of pick, so no Click.
+  ui().List1.UserPress(1, 2, 0, 0, 0);
+  EXPECT_EQ(panel.clicks, (QStringList{"List1", "List1_MouseDown:1:1", "List1_MouseDown:2:1"}));
+}
+
+TEST_F(UserActionTest, APressBelowTheItemsKeepsThePick) {
+  ui().List1.UserPick(2);
+  panel.clicks.clear();
+  ui().List1.UserPress(-1, 1, 0, 0, 0);
+  EXPECT_EQ(ui().List1.ListIndex(), 2);
+  EXPECT_EQ(panel.clicks, QStringList{"List1_MouseDown:1:2"});
+}
+
+TEST_F(UserActionTest, APressWhoseClickUnloadsTheWindowRaisesNoMouseDown) {
+  ui().List1.Click = [this] { panel.Unload(); };
+  bool pressed = false;
+  ui().List1.MouseDown = [&pressed](Int16, Int16, double, double) { pressed = true; };
+  ui().List1.UserPress(0, 1, 0, 0, 0);
+  EXPECT_FALSE(panel.Loaded());
+  EXPECT_FALSE(pressed);
 }
 
 }  // namespace

@@ -77,7 +77,7 @@ const QStringList kCommands = {
     QStringLiteral("start"), QStringLiteral("menu"),        QStringLiteral("toolbar"),
     QStringLiteral("click"), QStringLiteral("type"),        QStringLiteral("key"),
     QStringLiteral("mouse"), QStringLiteral("close"),       QStringLiteral("at-yield"),
-    QStringLiteral("get"),   QStringLiteral("dump"),
+    QStringLiteral("get"),   QStringLiteral("dump"),        QStringLiteral("tick"),
 };
 
 }  // namespace
@@ -252,7 +252,31 @@ void ScriptRunner::Execute(const Line& line) {
   }
   if (cmd == QLatin1String("get")) return GetCommand(line);
   if (cmd == QLatin1String("dump")) return DumpCommand(line);
+  if (cmd == QLatin1String("tick")) return TickCommand(line);
   UserCommand(line);
+}
+
+// tick FORM.TIMER [N]: the timer's event N times, as the platform raises it at
+// every interval: only while the timer is enabled with an interval and its
+// window loaded, whatever window is modal. A tick that finds it otherwise
+// passes without a word.
+void ScriptRunner::TickCommand(const Line& line) {
+  Expect(line, 2, 3);
+  const int count = line.words.size() == 3 ? ParseInt(line.words[2], line.number) : 1;
+  if (count < 0) throw ScriptError(line.number, QStringLiteral("tick counts from 0"));
+  const Target t = Resolve(line, line.words[1], true);
+  if (t.control && t.control->Kind() != ControlKind::Timer)
+    throw ScriptError(line.number, QStringLiteral("%1 is no timer").arg(line.words[1]));
+  const QString timerName = line.words[1];
+  for (int i = 0; i < count; ++i) {
+    // The handler may unload the window or stop the timer: look again each time.
+    const Target now = Resolve(line, timerName, true);
+    auto* timer = static_cast<Timer*>(now.control);
+    if (!timer || !now.form->Loaded() || !timer->Enabled || timer->Interval <= 0) continue;
+    program_->RunEvent([timer] {
+      if (timer->Tick) timer->Tick();
+    });
+  }
 }
 
 void ScriptRunner::StoreCommand(const Line& line) {
@@ -435,7 +459,10 @@ void ScriptRunner::UserCommand(const Line& line) {
         const int row = hasArg ? ParseInt(arg, line.number) : grid->Row;
         if (row < 0 || row >= grid->Rows())
           throw ScriptError(line.number, QStringLiteral("no row %1").arg(row));
-        program_->RunEvent([grid, row] { grid->UserClick(row, grid->Col); });
+        // The click lands in the current column; a row under the fixed rows
+        // is a click on the heading.
+        const int col = std::max(grid->Col, std::min(grid->FixedCols, grid->Cols() - 1));
+        program_->RunEvent([grid, row, col] { grid->UserClick(row, col); });
         return;
       }
       case ControlKind::ComboBox:
@@ -516,14 +543,34 @@ void ScriptRunner::UserCommand(const Line& line) {
   }
 
   if (cmd == QLatin1String("mouse")) {
-    Expect(line, 3, 5);
+    Expect(line, 3, 6);
     const QString what = line.words[2];
+    // On a list box an item may come first: the press or release falls on it.
+    const bool onList = c->Kind() == ControlKind::ListBox;
+    const bool hasItem = onList && (line.words.size() == 4 || line.words.size() == 6);
+    int item = -1;
+    if (hasItem) {
+      auto* list = static_cast<ListControl*>(c);
+      const QString arg = line.words[3];
+      item = arg.startsWith(QLatin1Char('#')) ? ParseInt(arg.mid(1), line.number)
+                                              : static_cast<int>(list->List.indexOf(arg));
+      if (item < 0 || item >= list->ListCount())
+        throw ScriptError(line.number, QStringLiteral("no item %1").arg(arg));
+      if (what == QLatin1String("move"))
+        throw ScriptError(line.number, QStringLiteral("mouse on an item: down or up"));
+    }
+    const int at = hasItem ? 4 : 3;
     double x = 0, y = 0;
-    if (line.words.size() == 5) {
-      x = ParseDouble(line.words[3], line.number);
-      y = ParseDouble(line.words[4], line.number);
-    } else if (line.words.size() != 3) {
+    if (line.words.size() == at + 2) {
+      x = ParseDouble(line.words[at], line.number);
+      y = ParseDouble(line.words[at + 1], line.number);
+    } else if (line.words.size() != at) {
       throw ScriptError(line.number, QStringLiteral("mouse takes X and Y together"));
+    }
+    if (hasItem && what == QLatin1String("down")) {
+      auto* list = static_cast<ListControl*>(c);
+      program_->RunEvent([list, item, x, y] { list->UserPress(item, 1, 0, x, y); });
+      return;
     }
     std::function<void(Int16, Int16, double, double)>* handler = nullptr;
     Int16 button = 1;
