@@ -32,6 +32,8 @@ struct StoreConnection {
   sqlite3_stmt* begin = nullptr;
   sqlite3_stmt* beginRead = nullptr;
   sqlite3_stmt* commit = nullptr;
+  // The open transaction has only read so far.
+  bool readOnly = false;
   // Counts the writes made through this connection: a set rereads its current
   // row when the count moved since it read it.
   std::int64_t epoch = 0;
@@ -75,26 +77,29 @@ struct StoreConnection {
   void Commit();
 
   // Called before each write: opens the transaction that groups writes, and
-  // commits one that has been open more than 100 ms.
+  // commits one that has been open more than 100 ms or that has only read.
   void BeforeWrite() {
     ++epoch;
     if (InTransaction()) {
-      if (holdCommits || Clock::now() - txStart < std::chrono::milliseconds(100)) return;
+      if (!readOnly && (holdCommits || Clock::now() - txStart < std::chrono::milliseconds(100)))
+        return;
       Commit();
     }
     Step(begin);
     sqlite3_reset(begin);
     txStart = Clock::now();
+    readOnly = false;
     CheckOthers();
   }
 
-  // Called as a set moves on to its next row: a walk through a set reads in
-  // one transaction, which the next commit ends, instead of one a row.
+  // Called before rows are read: reads outside a transaction open one, so that
+  // a walk over many rows takes the file's locks once instead of once a row. It
+  // ends with the next commit, at the latest at the end of the event.
   void BeforeRead() {
     if (InTransaction()) return;
     Step(beginRead);
     sqlite3_reset(beginRead);
-    txStart = Clock::now();
+    readOnly = true;
     CheckOthers();
   }
 

@@ -119,8 +119,9 @@ KeptRows* KeepBy(StoreConnection& c, TableInfo& t, const Order& o) {
     case ColType::BigInt: break;
     default: return nullptr;
   }
-  // Outside a transaction another connection may have written.
-  if (!c.InTransaction()) c.CheckOthers();
+  // The rows are read in a transaction, whose start looks for other
+  // connections' commits.
+  c.BeforeRead();
   KeptRows& k = t.kept;
   if (k.order != &o) {
     Forget(c, t);

@@ -152,7 +152,7 @@ void Recordset::Impl::Next() {
   }
   const bool nullKey = std::any_of(anchorKey.begin(), anchorKey.end(),
                                    [](const Cell& k) { return k.type == SQLITE_NULL; });
-  // Only within a transaction can no other connection write the table meanwhile.
+  // Within a transaction only this connection changes what the set reads.
   const bool batch = unchanged && c->InTransaction();
   sqlite3_stmt* st = NextStmt(*c, *t, *order, nullKey, batch);
   const int n = static_cast<int>(anchorKey.size());

@@ -111,6 +111,7 @@ struct Recordset::Impl {
   bool Position(sqlite3_stmt* st) {
     DropAhead();
     Sync();
+    c->BeforeRead();
     if (c->Step(st) != SQLITE_ROW) {
       sqlite3_reset(st);
       return false;
@@ -170,6 +171,7 @@ struct Recordset::Impl {
     Sync();
     sqlite3_stmt* st = ByRowidStmt(*c, *t);
     sqlite3_bind_int64(st, 1, rowid);
+    c->BeforeRead();
     if (c->Step(st) != SQLITE_ROW) {
       sqlite3_reset(st);
       Fail(3167, QStringLiteral("L'enregistrement est supprimé."));

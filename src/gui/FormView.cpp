@@ -132,6 +132,9 @@ QWidget* FormView::WidgetOf(const Control& control) const {
 void FormView::Watch(QObject* object, ControlView* view) {
   watched_.insert(object, view);
   object->installEventFilter(this);
+  // A control with a MouseMove handler hears the mouse pass over it, buttons up.
+  if (auto* w = qobject_cast<QWidget*>(object); w && view->TheControl().MouseMove)
+    w->setMouseTracking(true);
 }
 
 bool FormView::Raise(const std::function<void()>& handler) {

@@ -44,6 +44,10 @@ void ComboView::SyncOwn() {
 void ComboView::SetEditable(bool editable) {
   w_->setEditable(editable);
   if (editable && w_->lineEdit()) {
+    // Leaving the text or pressing Enter in it picks nothing: only a choice in
+    // the list raises Click.
+    QObject::disconnect(w_->lineEdit(), &QLineEdit::editingFinished, nullptr, nullptr);
+    QObject::disconnect(w_->lineEdit(), &QLineEdit::returnPressed, nullptr, nullptr);
     QObject::connect(w_->lineEdit(), &QLineEdit::textEdited, Guard(), [this](const QString& text) {
       c_.Text = text;
       if (c_.Change) Raise([this] { c_.Change(); });

@@ -52,6 +52,8 @@ QString Lines(QString text) {
 QtPlatform::QtPlatform(QString appPath) : appPath_(std::move(appPath)) { clock_.start(); }
 
 QtPlatform::~QtPlatform() {
+  // The program is gone: widgets hidden below (a focus leaving a box) run nothing.
+  program_ = nullptr;
   qtPrinter_.reset();
   printer_.reset();
   // The windows' controls may be gone already: every view lets go of them

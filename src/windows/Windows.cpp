@@ -8,6 +8,7 @@
 #include "draws/TirSais.h"
 #include "draws/TirSup.h"
 #include "favourites/NumPref.h"
+#include "proposals/AleaBase.h"
 #include "proposals/AleaOrdi.h"
 #include "statistics/NumerosAffines.h"
 #include "statistics/TirGrou.h"
@@ -29,7 +30,7 @@ const WindowMakers& AllWindows() {
   static const WindowMakers windows = {
       {"MDIKuvo", &Make<MDIKuvo>},
       {"Avance", &Make<Avance>},
-      {"AleaBase", nullptr},
+      {"AleaBase", &Make<AleaBase>},
       {"AleaOrdi", &Make<AleaOrdi>},
       {"NumerosAffines", &Make<NumerosAffines>},
       {"NumPref", &Make<NumPref>},

@@ -83,7 +83,7 @@ QStringList Clipped(const QString& where, QWidget* w) {
 
 // A store with draws and group counts, so that every window opens on data.
 void FillStore(AppFolder& folder) {
-  const int days[] = {2, 5, 9, 12, 16, 19, 23, 26, 30};
+  const int days[] = {2, 5, 9, 12, 16, 19, 23, 26, 28};
   int n = 0;
   for (int month = 1; month <= 6; ++month)
     for (int day : days) {

@@ -215,8 +215,10 @@ TEST_F(StoreSeekTest, WritesOfAnotherConnectionAreFound) {
   EXPECT_EQ(Sorties(*rs, QStringLiteral("01,02")), QVariant(QStringLiteral("no match")));
   OtherConnection other(path_, true);
   ASSERT_TRUE(other.Exec("INSERT INTO Groupe2 VALUES ('01,02', 6)"));
+  db_->CommitPending();  // the reads of an event share one snapshot
   EXPECT_EQ(Sorties(*rs, QStringLiteral("01,02")), QVariant(qlonglong{6}));
   ASSERT_TRUE(other.Exec("UPDATE Groupe2 SET Sorties = 8"));
+  db_->CommitPending();
   EXPECT_EQ(Sorties(*rs, QStringLiteral("01,02")), QVariant(qlonglong{8}));
   Count(*rs, QStringLiteral("01,02"));
   Count(*rs, QStringLiteral("03,04"));
@@ -230,6 +232,7 @@ TEST_F(StoreSeekTest, WritesOfAnotherConnectionAreFoundOnceAWalkBegins) {
   EXPECT_EQ(Sorties(*rs, QStringLiteral("01,02")), QVariant(qlonglong{1}));
   OtherConnection other(path_, true);
   ASSERT_TRUE(other.Exec("UPDATE Groupe2 SET Sorties = 5"));
+  db_->CommitPending();  // the event ends; the next reads take a new snapshot
   auto walker = Groups();
   walker->MoveNext();  // the walk reads in a transaction of its own
   EXPECT_EQ(Sorties(*rs, QStringLiteral("01,02")), QVariant(qlonglong{5}));

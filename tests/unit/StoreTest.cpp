@@ -746,7 +746,6 @@ TEST_F(StoreTest, AWalkReadsInOneTransactionThatTheNextCommitEnds) {
   auto rs = db_->OpenRecordset(QStringLiteral("Groupe2"));
   rs->SetIndex(QStringLiteral("Numeros"));
   rs->MoveFirst();
-  EXPECT_TRUE(sqlite3_get_autocommit(db_->Handle()));
   rs->MoveNext();
   EXPECT_FALSE(sqlite3_get_autocommit(db_->Handle()));
   // Rows written during the walk are seen by it, as in a live table.
@@ -770,6 +769,41 @@ TEST_F(StoreTest, AWalkReadsInOneTransactionThatTheNextCommitEnds) {
   EXPECT_EQ(rs->Fields(QStringLiteral("Numeros")).GetValue().toString(), QStringLiteral("05-06"));
   rs->MoveNext();
   EXPECT_TRUE(rs->Eof());
+}
+
+TEST_F(StoreTest, ReadsShareOneTransactionUntilTheNextCommit) {
+  AddGroups("Groupe2", {{"01-02", 1}, {"03-04", 2}});
+  db_->CommitPending();
+  EXPECT_TRUE(sqlite3_get_autocommit(db_->Handle()));
+  auto rs = db_->OpenRecordset(QStringLiteral("select * from Groupe2"));
+  EXPECT_EQ(rs->Fields(1).GetValue(), QVariant(qlonglong{1}));
+  EXPECT_FALSE(sqlite3_get_autocommit(db_->Handle())) << "the walk holds one transaction";
+  // Another connection's write shows from the next commit point on.
+  sqlite3* writer = nullptr;
+  ASSERT_EQ(sqlite3_open_v2(path_.toUtf8().constData(), &writer, SQLITE_OPEN_READWRITE, nullptr),
+            SQLITE_OK);
+  sqlite3_busy_timeout(writer, 2000);
+  ASSERT_EQ(sqlite3_exec(writer, "UPDATE Groupe2 SET Sorties = 7", nullptr, nullptr, nullptr),
+            SQLITE_OK);
+  sqlite3_close_v2(writer);
+  rs->MoveNext();
+  EXPECT_EQ(rs->Fields(1).GetValue(), QVariant(qlonglong{2}));
+  db_->CommitPending();
+  EXPECT_TRUE(sqlite3_get_autocommit(db_->Handle()));
+  rs->MoveFirst();
+  EXPECT_EQ(rs->Fields(1).GetValue(), QVariant(qlonglong{7}));
+}
+
+TEST_F(StoreTest, AWriteAfterReadsIsGroupedAsAnyWrite) {
+  AddGroups("Groupe2", {{"01-02", 1}});
+  db_->CommitPending();
+  auto rs = db_->OpenRecordset(QStringLiteral("Groupe2"));
+  EXPECT_EQ(Walk(*rs), QStringList({QStringLiteral("01-02")}));
+  AddGroups("Groupe2", {{"03-04", 1}});
+  OtherConnection other(path_);
+  EXPECT_EQ(other.Count("Groupe2"), 1);
+  db_->CommitPending();
+  EXPECT_EQ(other.Count("Groupe2"), 2);
 }
 
 TEST_F(StoreTest, ClosingTheDatabaseCommits) {
