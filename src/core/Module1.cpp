@@ -46,9 +46,15 @@ void Module1::MajGroupes(const QString& Tirage) {
     // Positions of the group, as nested ascending loops over 1..5.
     int pos[5];
     for (int k = 0; k < size; ++k) pos[k] = k + 1;
+    QString key;
+    key.reserve(14);
     while (true) {
-      QString key = a[pos[0]];
-      for (int k = 1; k < size; ++k) key += QLatin1Char(',') + a[pos[k]];
+      key.truncate(0);
+      key += a[pos[0]];
+      for (int k = 1; k < size; ++k) {
+        key += QLatin1Char(',');
+        key += a[pos[k]];
+      }
       RsGroupe->Seek(QStringLiteral("="), key);
       if (RsGroupe->NoMatch()) {
         RsGroupe->AddNew();

@@ -90,9 +90,11 @@ class Database {
   // Writes are grouped into one transaction: it is committed by CommitPending
   // (at the end of each user event), before the store raises an error, and at
   // least every 100 ms of a long pass. Reads share one transaction too, which
-  // the same commits end, or the next write.
+  // the same commits end, or the next write. CommitPending also drops the rows
+  // that Seek kept in memory during the event.
   void CommitPending();
 
+  // The SQLite handle, every write made so far sent to it.
   sqlite3* Handle() const;
 
  private:

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include "core/StoreKeptRows.h"
 #include "core/StoreValue.h"
 #include "core/Texts.h"
 
@@ -116,11 +117,16 @@ void StoreConnection::Setup(bool wal) {
         rc != SQLITE_OK)
       FailSqlite(sqlite3_extended_errcode(db), false);
   }
+  // A page cache large enough for a long history's group tables, which a
+  // compilation reaches all over at every commit.
+  sqlite3_exec(db, "PRAGMA cache_size=-65536;", nullptr, nullptr, nullptr);
   sqlite3_create_function_v2(db, "format", 2, SQLITE_UTF8, nullptr, FormatFunction, nullptr,
                              nullptr, nullptr);
   begin = Prepare("BEGIN IMMEDIATE");
   beginRead = Prepare("BEGIN");
   commit = Prepare("COMMIT");
+  dataVersion = Prepare("PRAGMA data_version");
+  CheckOthers();
 }
 
 sqlite3_stmt* StoreConnection::Prepare(const std::string& sql) {
@@ -139,18 +145,52 @@ sqlite3_stmt* StoreConnection::Prepare(const std::string& sql) {
 
 void StoreConnection::CommitQuietly() {
   if (!InTransaction()) return;
+  try {
+    FlushAll();
+  } catch (const VbError&) {
+  }
   sqlite3_step(commit);
   sqlite3_reset(commit);
 }
 
 void StoreConnection::Commit() {
   if (!InTransaction()) return;
+  FlushAll();
   const int rc = sqlite3_step(commit);
   sqlite3_reset(commit);
   if (rc != SQLITE_DONE) {
     const auto [number, text] = JetError(sqlite3_extended_errcode(db), Message(), false);
     Raise(number, text);
   }
+}
+
+void StoreConnection::Keeping(TableInfo& t) {
+  for (const auto& kept : keeping)
+    if (kept.get() == &t) return;
+  keeping.push_back(t.shared_from_this());
+}
+
+void StoreConnection::FlushAll() {
+  for (const auto& t : keeping) Flush(*this, *t);
+}
+
+void StoreConnection::ForgetAll() {
+  // Each table leaves the list only once its writes are sent.
+  while (!keeping.empty()) {
+    Forget(*this, *keeping.back());
+    keeping.pop_back();
+  }
+}
+
+void StoreConnection::CheckOthers() {
+  Step(dataVersion);
+  const std::int64_t version = sqlite3_column_int64(dataVersion, 0);
+  sqlite3_reset(dataVersion);
+  if (version != lastDataVersion) {
+    ++otherWrites;
+    if (!keeping.empty()) ForgetAll();
+  }
+  lastDataVersion = version;
 }
 
 std::shared_ptr<TableInfo> StoreConnection::Table(const QString& name) {

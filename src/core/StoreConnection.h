@@ -9,6 +9,7 @@
 #include <string>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "core/StoreTable.h"
 
@@ -33,6 +34,16 @@ struct StoreConnection {
   sqlite3_stmt* commit = nullptr;
   // The open transaction has only read so far.
   bool readOnly = false;
+  // Counts the writes made through this connection: a set rereads its current
+  // row when the count moved since it read it.
+  std::int64_t epoch = 0;
+  // Counts the writes whose tables are not known: statements run, and commits
+  // of other connections.
+  std::uint64_t otherWrites = 0;
+  // The tables keeping rows (see StoreKeptRows.h).
+  std::vector<std::shared_ptr<store::TableInfo>> keeping;
+  sqlite3_stmt* dataVersion = nullptr;
+  std::int64_t lastDataVersion = 0;
 
   explicit StoreConnection(sqlite3* handle) : db(handle) {}
   ~StoreConnection();
@@ -61,12 +72,14 @@ struct StoreConnection {
 
   bool InTransaction() const { return !sqlite3_get_autocommit(db); }
 
+  // Both send the writes waiting in kept rows first.
   void CommitQuietly();
   void Commit();
 
   // Called before each write: opens the transaction that groups writes, and
   // commits one that has been open more than 100 ms or that has only read.
   void BeforeWrite() {
+    ++epoch;
     if (InTransaction()) {
       if (!readOnly && (holdCommits || Clock::now() - txStart < std::chrono::milliseconds(100)))
         return;
@@ -76,6 +89,7 @@ struct StoreConnection {
     sqlite3_reset(begin);
     txStart = Clock::now();
     readOnly = false;
+    CheckOthers();
   }
 
   // Called before rows are read: reads outside a transaction open one, so that
@@ -86,7 +100,16 @@ struct StoreConnection {
     Step(beginRead);
     sqlite3_reset(beginRead);
     readOnly = true;
+    CheckOthers();
   }
+
+  // Kept rows: the tables that keep some, all their waiting writes sent, all
+  // dropped (what was waiting is sent first).
+  void Keeping(store::TableInfo& t);
+  void FlushAll();
+  void ForgetAll();
+  // Drops the kept rows when another connection committed since the last look.
+  void CheckOthers();
 
   // The table of that name, read once per connection (until a schema change).
   std::shared_ptr<store::TableInfo> Table(const QString& name);

@@ -78,6 +78,8 @@ std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source) {
     return std::shared_ptr<Recordset>(new Recordset(std::move(d)));
   }
 
+  // A statement may read any table: every waiting write is sent first.
+  c.FlushAll();
   JetTranslation jet;
   try {
     jet = TranslateJet(source);
@@ -139,6 +141,9 @@ void Database::Execute(const QString& statement) {
                             StartsWithWord(jet.sql, QLatin1String("drop")) ||
                             StartsWithWord(jet.sql, QLatin1String("alter"));
   c.BeforeWrite();
+  ++c.otherWrites;
+  // A statement may write any table: the kept rows go.
+  c.ForgetAll();
   const QByteArray sql = jet.sql.toUtf8();
   const char* tail = sql.constData();
   const char* end = tail + sql.size();
@@ -158,9 +163,16 @@ void Database::Execute(const QString& statement) {
   if (schemaChange) c.tables.clear();
 }
 
-void Database::CommitPending() { c_->Commit(); }
+void Database::CommitPending() {
+  c_->Commit();
+  // Rows are kept for one event at most.
+  c_->ForgetAll();
+}
 
-sqlite3* Database::Handle() const { return c_->db; }
+sqlite3* Database::Handle() const {
+  c_->FlushAll();
+  return c_->db;
+}
 
 // ---------------------------------------------------------------------------
 // Creating a store.

@@ -29,6 +29,7 @@ void Recordset::SetIndex(const QString& name) {
   }
   if (!found) d->Fail(3015, QStringLiteral("'%1' n'est pas un index de cette table.").arg(name));
   d->CancelEdit();
+  d->DropAhead();
   d->order = found;
   d->state = Impl::State::Pending;
 }
@@ -50,6 +51,20 @@ void Recordset::Seek(const QString& comparison, const Value& key) {
   if (!ToCell(key, (*d->columns)[d->order->cols[0]].type, cell))
     d->Fail(3464, QStringLiteral("Type de données incompatible dans l'expression du critère."));
   d->CancelEdit();
+  d->DropAhead();
+  std::string keyText;
+  if (KeyOf(cell, (*d->columns)[d->order->cols[0]].type, keyText) &&
+      KeepBy(*d->c, *d->t, *d->order)) {
+    KeptRow& kept = Find(*d->c, *d->t, keyText, cell);
+    d->noMatch = !kept.found;
+    if (kept.found) {
+      d->Position(kept);
+    } else {
+      d->state = Impl::State::None;
+      d->Remember(kept);
+    }
+    return;
+  }
   sqlite3_stmt* st = SeekStmt(*d->c, *d->t, *d->order);
   BindCell(st, 1, cell);
   d->noMatch = !d->Position(st);
@@ -88,8 +103,14 @@ void Recordset::Update() {
   TableInfo& t = *d->t;
   const std::uint64_t mask = d->Mask();
   if (d->mode == Impl::Mode::Adding) {
-    sqlite3_stmt* st = InsertStmt(c, t, mask);
     c.BeforeWrite();
+    ++t.writes;
+    if (d->DeferInsert()) {
+      d->CancelEdit();
+      return;
+    }
+    Forget(c, t);
+    sqlite3_stmt* st = InsertStmt(c, t, mask);
     d->Bind(st, mask);
     c.Step(st);
     sqlite3_reset(st);
@@ -99,17 +120,102 @@ void Recordset::Update() {
       ++d->reached;
     }
   } else if (mask != 0 || t.columns.size() > 64) {
-    sqlite3_stmt* st = UpdateStmt(c, t, mask);
     c.BeforeWrite();
-    d->Bind(st, mask);
-    sqlite3_bind_int64(st, sqlite3_bind_parameter_count(st), d->rowid);
-    c.Step(st);
-    sqlite3_reset(st);
+    ++t.writes;
+    if (!d->DeferUpdate(mask)) {
+      Forget(c, t);
+      sqlite3_stmt* st = UpdateStmt(c, t, mask);
+      d->Bind(st, mask);
+      sqlite3_bind_int64(st, sqlite3_bind_parameter_count(st), d->rowid);
+      c.Step(st);
+      sqlite3_reset(st);
+    }
     d->row = std::move(d->edit);
-    d->stamp = sqlite3_total_changes64(c.db);
+    d->stamp = c.epoch;
     if (d->kind == Impl::Kind::Table) d->SetAnchor();
   }
   d->CancelEdit();
+}
+
+void Recordset::Impl::Next() {
+  // While the table stays as it was, the rows that follow were read with the
+  // last ones; while nothing else writes it, they are read a few at a time.
+  const bool unchanged = t->writes == walkWrites && c->otherWrites == walkOthers;
+  if (unchanged && c->InTransaction() && aheadAt < ahead.size()) {
+    rowid = ahead[aheadAt].first;
+    row.swap(ahead[aheadAt].second);
+    ++aheadAt;
+    stamp = c->epoch;
+    state = State::Current;
+    SetAnchor();
+    return;
+  }
+  const bool nullKey = std::any_of(anchorKey.begin(), anchorKey.end(),
+                                   [](const Cell& k) { return k.type == SQLITE_NULL; });
+  // Within a transaction only this connection changes what the set reads.
+  const bool batch = unchanged && c->InTransaction();
+  sqlite3_stmt* st = NextStmt(*c, *t, *order, nullKey, batch);
+  const int n = static_cast<int>(anchorKey.size());
+  for (int i = 0; i < n; ++i) BindCell(st, i + 1, anchorKey[i]);
+  sqlite3_bind_int64(st, n + 1, anchorRowid);
+  // The anchor's cells are bound without a copy; Position replaces them only
+  // after the statement is reset.
+  if (!batch) {
+    if (!Position(st)) state = State::Eof;
+  } else {
+    DropAhead();
+    Sync();
+    while (c->Step(st) == SQLITE_ROW) {
+      std::vector<Cell> cells(Width());
+      for (size_t i = 0; i < cells.size(); ++i) ReadCell(st, static_cast<int>(i) + 1, cells[i]);
+      ahead.emplace_back(sqlite3_column_int64(st, 0), std::move(cells));
+    }
+    sqlite3_reset(st);
+    if (ahead.empty()) {
+      state = State::Eof;
+    } else {
+      rowid = ahead[0].first;
+      row.swap(ahead[0].second);
+      aheadAt = 1;
+      stamp = c->epoch;
+      state = State::Current;
+      SetAnchor();
+    }
+  }
+  walkWrites = t->writes;
+  walkOthers = c->otherWrites;
+}
+
+bool Recordset::Impl::DeferInsert() {
+  const KeptRows& k = t->kept;
+  if (kind != Kind::Table || !k.order || !t->plain) return false;
+  // A unique index other than the one the rows are kept by could refuse the row.
+  if (t->uniqueIndexes > (k.order->unique ? 1 : 0)) return false;
+  const int keyColumn = k.order->cols[0];
+  std::string key;
+  if (!KeyOf(edit[keyColumn], (*columns)[keyColumn].type, key)) return false;
+  KeptRow& kept = Kept(key, edit[keyColumn]);
+  // A new row is the one its key finds only when no row had that key.
+  if (kept.found) return false;
+  const sqlite3_int64 next = NextRowid(*c, *t);
+  if (next == 0) return false;
+  ++t->kept.nextRowid;
+  kept.found = true;
+  kept.rowid = next;
+  kept.row.Assign(edit);
+  kept.pendingInsert = true;
+  Queue(*c, *t, kept);
+  return true;
+}
+
+bool Recordset::Impl::DeferUpdate(std::uint64_t mask) {
+  KeptRow* kept = Kept();
+  // A change to an indexed column would move the row in an order, or clash.
+  if (!kept || !t->plain || (mask & t->indexedMask) != 0) return false;
+  kept->row.Assign(edit);
+  if (!kept->pendingInsert) kept->pendingMask |= mask;
+  Queue(*c, *t, *kept);
+  return true;
 }
 
 void Recordset::Delete() {
@@ -118,8 +224,10 @@ void Recordset::Delete() {
   d->CancelEdit();
   d->RequireCurrent();
   StoreConnection& c = *d->c;
-  sqlite3_stmt* st = DeleteStmt(c, *d->t);
   c.BeforeWrite();
+  ++d->t->writes;
+  Forget(c, *d->t);
+  sqlite3_stmt* st = DeleteStmt(c, *d->t);
   sqlite3_bind_int64(st, 1, d->rowid);
   c.Step(st);
   sqlite3_reset(st);
@@ -166,15 +274,7 @@ void Recordset::MoveNext() {
   if (d->state == Impl::State::Eof || d->state == Impl::State::None)
     d->Fail(Err::NoCurrentRecord, Impl::kNoCurrent);
   if (d->kind == Impl::Kind::Table) {
-    const bool nullKey = std::any_of(d->anchorKey.begin(), d->anchorKey.end(),
-                                     [](const Cell& k) { return k.type == SQLITE_NULL; });
-    sqlite3_stmt* st = NextStmt(*d->c, *d->t, *d->order, nullKey);
-    const int n = static_cast<int>(d->anchorKey.size());
-    for (int i = 0; i < n; ++i) BindCell(st, i + 1, d->anchorKey[i]);
-    sqlite3_bind_int64(st, n + 1, d->anchorRowid);
-    // The anchor's cells are bound without a copy; Position replaces them only
-    // after the statement is reset.
-    if (!d->Position(st)) d->state = Impl::State::Eof;
+    d->Next();
     return;
   }
   if (d->pos + 1 >= d->Size()) {
@@ -194,6 +294,7 @@ bool Recordset::Eof() const {
 long long Recordset::RecordCount() const {
   d->CheckOpen();
   if (d->kind != Impl::Kind::Table) return d->reached;
+  d->Sync();
   sqlite3_stmt* st = CountStmt(*d->c, *d->t);
   d->c->Step(st);
   const long long n = sqlite3_column_int64(st, 0);
@@ -227,6 +328,7 @@ void Recordset::Close() {
   if (d->closed) return;
   d->CancelEdit();
   d->closed = true;
+  d->DropAhead();
   d->row.clear();
   d->ids.clear();
   d->snapshot.clear();

@@ -7,6 +7,7 @@
 
 #include "core/Store.h"
 #include "core/StoreConnection.h"
+#include "core/StoreKeptRows.h"
 #include "core/StoreTable.h"
 #include "core/StoreValue.h"
 
@@ -35,15 +36,27 @@ struct Recordset::Impl {
   std::vector<store::Column> snapshotColumns;
   const std::vector<store::Column>* columns = nullptr;
 
-  // The current row, as read when the connection had made `stamp` changes.
+  // The current row, as read when the connection's write count was `stamp`.
   sqlite3_int64 rowid = 0;
   std::vector<store::Cell> row;
-  sqlite3_int64 stamp = -1;
+  std::int64_t stamp = -1;
+
+  // The kept row the last Seek found (or found missing), while its table keeps it.
+  store::KeptRow* keptRow = nullptr;
+  std::uint64_t keptGeneration = 0;
 
   // Table sets: the order, and the place of the current (or deleted) row in it.
   store::Order* order = nullptr;
   std::vector<store::Cell> anchorKey;
   sqlite3_int64 anchorRowid = 0;
+
+  // Table sets walked by MoveNext while nothing writes their table: the rows
+  // that follow the current one, read a few at a time.
+  std::vector<std::pair<sqlite3_int64, std::vector<store::Cell>>> ahead;
+  size_t aheadAt = 0;
+  // The write counts at the last MoveNext; all ones: not walking.
+  std::uint64_t walkWrites = ~std::uint64_t{0};
+  std::uint64_t walkOthers = 0;
 
   // Statement and snapshot sets: the rows, the current one and how many were reached.
   std::vector<sqlite3_int64> ids;
@@ -77,8 +90,27 @@ struct Recordset::Impl {
 
   // Table sets ------------------------------------------------------------
 
+  // Sends the writes waiting for this set's table, before SQLite reads it.
+  void Sync() {
+    if (t && !t->kept.pending.empty()) store::Flush(*c, *t);
+  }
+
+  // The kept row the current row is, if it is one.
+  store::KeptRow* Kept() const {
+    if (!keptRow || !t || t->kept.generation != keptGeneration) return nullptr;
+    return keptRow->found && keptRow->rowid == rowid ? keptRow : nullptr;
+  }
+
+  // The kept row of that key, the one the last Seek found missing or any other.
+  store::KeptRow& Kept(const std::string& key, const store::Cell& cell) {
+    if (keptRow && t->kept.generation == keptGeneration && keptRow->key == key) return *keptRow;
+    return store::Find(*c, *t, key, cell);
+  }
+
   // Steps a positioning statement (bound by the caller) and takes its row.
   bool Position(sqlite3_stmt* st) {
+    DropAhead();
+    Sync();
     c->BeforeRead();
     if (c->Step(st) != SQLITE_ROW) {
       sqlite3_reset(st);
@@ -88,10 +120,26 @@ struct Recordset::Impl {
     row.resize(Width());
     for (size_t i = 0; i < row.size(); ++i) ReadCell(st, static_cast<int>(i) + 1, row[i]);
     sqlite3_reset(st);
-    stamp = sqlite3_total_changes64(c->db);
+    stamp = c->epoch;
     state = State::Current;
     SetAnchor();
     return true;
+  }
+
+  // Takes a kept row as the current one.
+  void Position(store::KeptRow& kept) {
+    DropAhead();
+    rowid = kept.rowid;
+    kept.row.CopyTo(row);
+    stamp = c->epoch;
+    state = State::Current;
+    SetAnchor();
+    Remember(kept);
+  }
+
+  void Remember(store::KeptRow& kept) {
+    keptRow = &kept;
+    keptGeneration = t->kept.generation;
   }
 
   void SetAnchor() {
@@ -99,6 +147,15 @@ struct Recordset::Impl {
     anchorKey.resize(order->cols.size());
     for (size_t i = 0; i < anchorKey.size(); ++i) anchorKey[i] = row[order->cols[i]];
   }
+
+  void DropAhead() {
+    ahead.clear();
+    aheadAt = 0;
+    walkWrites = ~std::uint64_t{0};
+  }
+
+  // MoveNext on a table set.
+  void Next();
 
   void PositionEdge(bool last) {
     if (!Position(FirstStmt(*c, *t, *order, last))) state = State::Eof;
@@ -110,7 +167,8 @@ struct Recordset::Impl {
 
   // Rereads the current row when the connection wrote anything since it was read.
   void Refresh() {
-    if (kind == Kind::Snapshot || stamp == sqlite3_total_changes64(c->db)) return;
+    if (kind == Kind::Snapshot || stamp == c->epoch) return;
+    Sync();
     sqlite3_stmt* st = ByRowidStmt(*c, *t);
     sqlite3_bind_int64(st, 1, rowid);
     c->BeforeRead();
@@ -120,7 +178,7 @@ struct Recordset::Impl {
     }
     for (size_t i = 0; i < row.size(); ++i) ReadCell(st, static_cast<int>(i), row[i]);
     sqlite3_reset(st);
-    stamp = sqlite3_total_changes64(c->db);
+    stamp = c->epoch;
     if (kind == Kind::Table) SetAnchor();
   }
 
@@ -164,6 +222,11 @@ struct Recordset::Impl {
       if (dirty[i]) mask |= std::uint64_t{1} << i;
     return mask;
   }
+
+  // Writes left waiting in the table's kept rows, when nothing can tell them
+  // from writes made at once; false when the write must be made now.
+  bool DeferInsert();
+  bool DeferUpdate(std::uint64_t mask);
 
   void Bind(sqlite3_stmt* st, std::uint64_t mask) {
     int p = 0;

@@ -46,19 +46,41 @@ std::shared_ptr<TableInfo> LoadTable(StoreConnection& c, const QString& name) {
               text(st, 0), TypeOf(reinterpret_cast<const char*>(sqlite3_column_text(st, 1)))});
         });
 
+  bool plain = info->columns.size() <= 64;
+  query("SELECT \"notnull\" OR dflt_value IS NOT NULL OR pk OR hidden FROM pragma_table_xinfo(?1)",
+        info->name, [&](sqlite3_stmt* st) {
+          if (sqlite3_column_int(st, 0)) plain = false;
+        });
+  query("SELECT upper(sql) FROM sqlite_schema WHERE type = 'table' AND name = ?1", info->name,
+        [&](sqlite3_stmt* st) {
+          const QString sql = text(st, 0);
+          for (const char* word : {"CHECK", "COLLATE", "REFERENCES", "WITHOUT", "UNIQUE"})
+            if (sql.contains(QLatin1String(word))) plain = false;
+        });
+  query("SELECT count(*) FROM sqlite_schema WHERE type = 'trigger' AND ?1 IS NOT NULL", info->name,
+        [&](sqlite3_stmt* st) {
+          if (sqlite3_column_int(st, 0)) plain = false;
+        });
+
   struct IndexRow {
     QString name, origin;
-    bool partial;
+    bool partial, unique;
   };
   std::vector<IndexRow> indexRows;
-  query("SELECT name, origin, partial FROM pragma_index_list(?1) ORDER BY seq", info->name,
-        [&](sqlite3_stmt* st) {
-          indexRows.push_back({text(st, 0), text(st, 1), sqlite3_column_int(st, 2) != 0});
+  query("SELECT name, origin, partial, \"unique\" FROM pragma_index_list(?1) ORDER BY seq",
+        info->name, [&](sqlite3_stmt* st) {
+          indexRows.push_back({text(st, 0), text(st, 1), sqlite3_column_int(st, 2) != 0,
+                               sqlite3_column_int(st, 3) != 0});
         });
   const QString prefix = info->name + QLatin1Char('_');
   for (const IndexRow& ix : indexRows) {
-    if (ix.partial) continue;
+    if (ix.unique) ++info->uniqueIndexes;
+    if (ix.partial) {
+      plain = false;
+      continue;
+    }
     Order order;
+    order.unique = ix.unique;
     order.sqliteName = ix.name;
     if (ix.name.startsWith(prefix, Qt::CaseInsensitive))
       order.name = ix.name.mid(prefix.size());
@@ -70,10 +92,13 @@ std::shared_ptr<TableInfo> LoadTable(StoreConnection& c, const QString& name) {
     query("SELECT cid FROM pragma_index_info(?1) ORDER BY seqno", ix.name, [&](sqlite3_stmt* st) {
       const int cid = sqlite3_column_int(st, 0);
       if (cid < 0) usable = false;  // an expression, not a column
+      if (cid >= 0 && cid < 64) info->indexedMask |= std::uint64_t{1} << cid;
       order.cols.push_back(cid);
     });
+    if (!usable) plain = false;
     if (usable && !order.cols.empty()) info->indexes.push_back(std::move(order));
   }
+  info->plain = plain;
   return info;
 }
 
@@ -88,8 +113,9 @@ sqlite3_stmt* FirstStmt(StoreConnection& c, const TableInfo& t, Order& o, bool d
 
 // A key holding a null needs the slower form, as a row value with a null
 // compares to nothing.
-sqlite3_stmt* NextStmt(StoreConnection& c, const TableInfo& t, Order& o, bool nullKey) {
-  sqlite3_stmt*& slot = nullKey ? o.nextFromNull : o.next;
+sqlite3_stmt* NextStmt(StoreConnection& c, const TableInfo& t, Order& o, bool nullKey, bool ahead) {
+  sqlite3_stmt*& slot =
+      ahead ? (nullKey ? o.aheadFromNull : o.ahead) : (nullKey ? o.nextFromNull : o.next);
   if (slot) return slot;
   const int n = static_cast<int>(o.cols.size());
   std::string order;
@@ -118,7 +144,7 @@ sqlite3_stmt* NextStmt(StoreConnection& c, const TableInfo& t, Order& o, bool nu
     }
   }
   return slot = c.Prepare("SELECT rowid,* FROM " + t.quoted + " WHERE " + where + " ORDER BY " +
-                          order + " LIMIT 1");
+                          order + (ahead ? " LIMIT 64" : " LIMIT 1"));
 }
 
 sqlite3_stmt* SeekStmt(StoreConnection& c, const TableInfo& t, Order& o) {
@@ -141,6 +167,22 @@ sqlite3_stmt* CountStmt(StoreConnection& c, TableInfo& t) {
 sqlite3_stmt* DeleteStmt(StoreConnection& c, TableInfo& t) {
   if (!t.remove) t.remove = c.Prepare("DELETE FROM " + t.quoted + " WHERE rowid = ?1");
   return t.remove;
+}
+
+sqlite3_stmt* MaxRowidStmt(StoreConnection& c, TableInfo& t) {
+  if (!t.maxRowid) t.maxRowid = c.Prepare("SELECT max(rowid) FROM " + t.quoted);
+  return t.maxRowid;
+}
+
+sqlite3_stmt* InsertWithRowidStmt(StoreConnection& c, TableInfo& t) {
+  if (t.insertWithRowid) return t.insertWithRowid;
+  std::string names = "rowid", params = "?1";
+  for (size_t col = 0; col < t.columns.size(); ++col) {
+    names += "," + Quoted(t.columns[col].name);
+    params += ",?" + std::to_string(col + 2);
+  }
+  return t.insertWithRowid =
+             c.Prepare("INSERT INTO " + t.quoted + " (" + names + ") VALUES (" + params + ")");
 }
 
 sqlite3_stmt* InsertStmt(StoreConnection& c, TableInfo& t, std::uint64_t mask) {

@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "core/StoreKeptRows.h"
 #include "core/StoreValue.h"
 
 namespace kuvo {
@@ -30,14 +31,17 @@ struct Order {
   QString name;        // as the program knows it ("Numeros")
   QString sqliteName;  // as SQLite does ("Groupe2_Numeros")
   std::vector<int> cols;
+  bool unique = false;
   sqlite3_stmt* first = nullptr;
   sqlite3_stmt* last = nullptr;
   sqlite3_stmt* next = nullptr;
   sqlite3_stmt* nextFromNull = nullptr;
+  sqlite3_stmt* ahead = nullptr;  // as next and nextFromNull, the rows that follow
+  sqlite3_stmt* aheadFromNull = nullptr;
   sqlite3_stmt* seek = nullptr;
 };
 
-struct TableInfo {
+struct TableInfo : std::enable_shared_from_this<TableInfo> {
   QString name;
   std::string quoted;
   std::vector<Column> columns;
@@ -48,6 +52,18 @@ struct TableInfo {
   sqlite3_stmt* remove = nullptr;
   std::unordered_map<std::uint64_t, sqlite3_stmt*> inserts;
   std::unordered_map<std::uint64_t, sqlite3_stmt*> updates;
+  sqlite3_stmt* insertWithRowid = nullptr;
+  sqlite3_stmt* maxRowid = nullptr;
+
+  // A write to a plain table does what it says and no more: no constraint but
+  // unique indexes, no default, no trigger, no partial or expression index.
+  // Only such a table keeps rows in memory.
+  bool plain = false;
+  int uniqueIndexes = 0;
+  std::uint64_t indexedMask = 0;  // the columns some index holds
+  KeptRows kept;
+  // Counts the writes made to the table through its sets.
+  std::uint64_t writes = 0;
 
   // Which columns a write names: one bit a column; a table of more than 64
   // columns always writes them all.
@@ -66,12 +82,18 @@ std::shared_ptr<TableInfo> LoadTable(StoreConnection& c, const QString& name);
 // The first (or last) row of an order.
 sqlite3_stmt* FirstStmt(StoreConnection& c, const TableInfo& t, Order& o, bool descending);
 // The row following (key, rowid) in the order; `nullKey` when the key holds a null.
-sqlite3_stmt* NextStmt(StoreConnection& c, const TableInfo& t, Order& o, bool nullKey);
+// With `ahead`, the rows that follow it, a few at a time.
+sqlite3_stmt* NextStmt(StoreConnection& c, const TableInfo& t, Order& o, bool nullKey,
+                       bool ahead = false);
 // The first row, in rowid order, whose first key column equals ?1.
 sqlite3_stmt* SeekStmt(StoreConnection& c, const TableInfo& t, Order& o);
 sqlite3_stmt* ByRowidStmt(StoreConnection& c, TableInfo& t);
 sqlite3_stmt* CountStmt(StoreConnection& c, TableInfo& t);
 sqlite3_stmt* DeleteStmt(StoreConnection& c, TableInfo& t);
+// The largest rowid (null on an empty table).
+sqlite3_stmt* MaxRowidStmt(StoreConnection& c, TableInfo& t);
+// A row written whole, with its rowid.
+sqlite3_stmt* InsertWithRowidStmt(StoreConnection& c, TableInfo& t);
 // Writes naming the columns of `mask`.
 sqlite3_stmt* InsertStmt(StoreConnection& c, TableInfo& t, std::uint64_t mask);
 sqlite3_stmt* UpdateStmt(StoreConnection& c, TableInfo& t, std::uint64_t mask);

@@ -58,9 +58,20 @@ void BindCell(sqlite3_stmt* st, int param, const Cell& c) {
 }
 
 void SetText(Cell& c, const QString& text) {
-  const QByteArray utf8 = text.toUtf8();
   c.type = SQLITE_TEXT;
-  c.s.assign(utf8.constData(), utf8.size());
+  // Plain ASCII, the common case, is copied as it stands.
+  const qsizetype n = text.size();
+  const QChar* chars = text.constData();
+  c.s.resize(static_cast<size_t>(n));
+  for (qsizetype i = 0; i < n; ++i) {
+    const char16_t u = chars[i].unicode();
+    if (u >= 0x80) {
+      const QByteArray utf8 = text.toUtf8();
+      c.s.assign(utf8.constData(), static_cast<size_t>(utf8.size()));
+      return;
+    }
+    c.s[static_cast<size_t>(i)] = static_cast<char>(u);
+  }
 }
 
 QDate IsoDate(const std::string& s) {

@@ -20,9 +20,11 @@ ColType TypeOf(const char* declared);
 // One value as SQLite holds it (type is SQLITE_NULL, _INTEGER, _FLOAT, _TEXT or _BLOB).
 struct Cell {
   int type = SQLITE_NULL;
-  sqlite3_int64 i = 0;
-  double r = 0;
-  std::string s;
+  union {
+    sqlite3_int64 i = 0;  // SQLITE_INTEGER
+    double r;             // SQLITE_FLOAT
+  };
+  std::string s;  // SQLITE_TEXT and SQLITE_BLOB
 };
 
 void ReadCell(sqlite3_stmt* st, int col, Cell& c);

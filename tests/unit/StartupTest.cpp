@@ -258,6 +258,42 @@ TEST(Groups, ARepeatedNumberFromTheFileIsCountedAsItStands) {
   EXPECT_EQ(app.Query("SELECT Numeros FROM Groupe5"), "01,02,03,05,05");
 }
 
+TEST(Groups, CompiledRowsComeInTheOrderOfTheirFirstDraw) {
+  TestApp app;
+  app.Run(QStringLiteral("store new\n") +
+          Kuvo({{23, 7, 41, 2, 36, 1}, {1, 2, 3, 4, 5, 2}, {2, 7, 23, 1, 3, 3}}) +
+          QStringLiteral("start\n"));
+  EXPECT_EQ(app.Query("SELECT group_concat(rowid || ':' || Numeros || '=' || Sorties, ' ') FROM "
+                      "(SELECT rowid, * FROM Groupe2 ORDER BY rowid)"),
+            "1:02,07=2 2:02,23=2 3:02,36=1 4:02,41=1 5:07,23=2 6:07,36=1 7:07,41=1 8:23,36=1 "
+            "9:23,41=1 10:36,41=1 11:01,02=2 12:01,03=2 13:01,04=1 14:01,05=1 15:02,03=2 "
+            "16:02,04=1 17:02,05=1 18:03,04=1 19:03,05=1 20:04,05=1 21:01,07=1 22:01,23=1 "
+            "23:03,07=1 24:03,23=1");
+  EXPECT_EQ(app.Query("SELECT group_concat(rowid || ':' || Numeros, ' ') FROM "
+                      "(SELECT rowid, * FROM Groupe5 ORDER BY rowid)"),
+            "1:02,07,23,36,41 2:01,02,03,04,05 3:01,02,03,07,23");
+}
+
+TEST(Groups, AnEventServedDuringTheCompileSeesAndChangesTheCountsSoFar) {
+  TestApp app;
+  // Yields, counted from the start: the main window's, the start of each pass
+  // and each row. At the 7th, after the first draw of the second pass, the
+  // counts so far are read and one is changed from outside.
+  const QString out = app.Run(
+      QStringLiteral("store new\n") +
+      Kuvo({{23, 7, 41, 2, 36, 1}, {1, 2, 3, 4, 5, 2}, {2, 7, 23, 1, 3, 3}}) +
+      QStringLiteral("at-yield 7 sql \"SELECT count(*), sum(Sorties) FROM Groupe3\"\n"
+                     "at-yield 7 sql \"UPDATE Groupe2 SET Sorties = 40 WHERE Numeros = '02,07'\"\n"
+                     "at-yield 8 sql \"SELECT Numeros || '=' || Sorties FROM Groupe2 WHERE "
+                     "Numeros IN ('01,02', '02,07') ORDER BY Numeros\"\n"
+                     "start\n"));
+  EXPECT_EQ(out,
+            "SHOW MDIKuvo\nSHOW Avance\nUNLOAD Avance\nSHOW Avance\n10|10\n"
+            "01,02=1\n02,07=40\nUNLOAD Avance\n");
+  EXPECT_EQ(app.Query("SELECT Sorties FROM Groupe2 WHERE Numeros = '02,07'"), "41");
+  EXPECT_EQ(app.Query("SELECT sum(Sorties) FROM Groupe2"), "69");
+}
+
 TEST(Groups, CompiledHistoryMatchesAnIndependentCount) {
   TestApp app;
   QRandomGenerator rng(20081006);
