@@ -362,6 +362,31 @@ ScriptRunner::Target ScriptRunner::Resolve(const Line& line, const QString& addr
   return t;
 }
 
+// The word counts and forms that don't depend on the kind of control named.
+void ScriptRunner::CheckUserWords(const Line& line) {
+  const QString& cmd = line.words[0];
+  const auto n = line.words.size();
+  if (cmd == QLatin1String("click")) {
+    Expect(line, 2, 3);
+  } else if (cmd == QLatin1String("type")) {
+    Expect(line, 3, 3);
+  } else if (cmd == QLatin1String("key")) {
+    Expect(line, 3, 3);
+    ParseInt(line.words[2], line.number);
+  } else if (cmd == QLatin1String("mouse")) {
+    Expect(line, 3, 6);
+    const QString& what = line.words[2];
+    if (what != QLatin1String("down") && what != QLatin1String("up") &&
+        what != QLatin1String("move"))
+      throw ScriptError(line.number, QStringLiteral("mouse down|up|move"));
+    // X and Y come last, as numbers; an item (on a list) may stand before them.
+    if (n >= 5) {
+      ParseDouble(line.words[n - 2], line.number);
+      ParseDouble(line.words[n - 1], line.number);
+    }
+  }
+}
+
 void ScriptRunner::UserCommand(const Line& line) {
   const QString& cmd = line.words[0];
   if (cmd == QLatin1String("start")) {
@@ -419,6 +444,8 @@ void ScriptRunner::UserCommand(const Line& line) {
   }
 
   Expect(line, 2);
+  // A malformed line is malformed whatever the state of the window it names.
+  CheckUserWords(line);
   Target t = Resolve(line, line.words[1], true);
   Control* c = t.control;
   if (!c || !c->Reachable() || Blocked(*t.form)) return Ignored(line.words[1]);
@@ -593,8 +620,9 @@ void ScriptRunner::UserCommand(const Line& line) {
 }
 
 void ScriptRunner::GetCommand(const Line& line) {
-  Expect(line, 2, 2);
-  const QString name = Normalise(line.words[1]);
+  Expect(line, 2);
+  // "TextMatrix(1, 0)" written with a blank is still one name.
+  const QString name = Normalise(line.words.mid(1).join(QString()));
   const int dot = static_cast<int>(name.indexOf(QLatin1Char('.')));
   if (dot < 0) throw ScriptError(line.number, QStringLiteral("bad name %1").arg(name));
   const QString owner = name.left(dot);

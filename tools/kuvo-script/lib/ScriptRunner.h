@@ -64,6 +64,7 @@ class ScriptRunner {
   void StoreCommand(const Line& line);
   void SqlCommand(const Line& line);
   void UserCommand(const Line& line);
+  void CheckUserWords(const Line& line);
   void TickCommand(const Line& line);
   void GetCommand(const Line& line);
   void DumpCommand(const Line& line);
