@@ -31,3 +31,6 @@ run(coords "store new\nmouse TirSais.Label1 down 5 x\n" 2 "coords.kvs:2:")
 run(key "store new\nkey TirSais.Label1 A\n" 2 "key.kvs:2:")
 run(type "store new\ntype TirVerif.Text2\n" 2 "type.kvs:2:")
 run(click "store new\nclick TirSais.Quitter a b\n" 2 "click.kvs:2:")
+# A byte order mark before the first command, and lines ending in CR LF.
+string(ASCII 239 187 191 bom)
+run(bom "${bom}store new\r\n${draw}start\r\n" 0 "^$")
