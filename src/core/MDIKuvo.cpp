@@ -161,7 +161,9 @@ void MDIKuvo::Toolbar2_ButtonClick(ToolbarButton& Button) {
 }
 
 void MDIKuvo::ShowWindow(const char* name, bool modal) {
-  if (Form* form = App().FormByName(QLatin1String(name), true)) form->Show(modal);
+  Form* form = App().FormByName(QLatin1String(name), true);
+  if (!form) Raise(Err::ObjectNotSet);
+  form->Show(modal);
 }
 
 void MDIKuvo::M_FichierPropos_Click() { ShowWindow("Propos", true); }

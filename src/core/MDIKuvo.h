@@ -47,7 +47,7 @@ class MDIKuvo : public FormOf<MDIKuvo, MDIKuvoUi> {
   void Form_Load() override { MDIForm_Load(); }
 
  private:
-  // Shows a window by name, when this build has it.
+  // Shows the one instance of a window, by its name.
   void ShowWindow(const char* name, bool modal = false);
 };
 

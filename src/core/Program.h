@@ -17,8 +17,7 @@ class Platform;
 class Module1;
 class TextFiles;
 
-// How a window is made, by its name; `make` is null for a window this build
-// does not have.
+// How a window is made, by its name.
 struct WindowMaker {
   const char* name;
   std::unique_ptr<Form> (*make)(Program&);

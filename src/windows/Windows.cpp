@@ -27,7 +27,6 @@ std::unique_ptr<Form> Make(Program& p) {
 }  // namespace
 
 const WindowMakers& AllWindows() {
-  // A window this build does not have yet has no maker.
   static const WindowMakers windows = {
       {"MDIKuvo", &Make<MDIKuvo>},
       {"Avance", &Make<Avance>},

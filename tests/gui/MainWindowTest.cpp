@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
@@ -140,6 +141,57 @@ TEST_F(MainWindowTest, MenuEntryRunsItsHandlerThroughTheProgram) {
   run.program.M().ModeGroupe = 0;
   groups->trigger();
   EXPECT_EQ(run.program.M().ModeGroupe, 1);
+  EXPECT_TRUE(run.platform.fatals.isEmpty());
+}
+
+// Each entry of the menus and each button of the toolbar opens its own window
+// in the work area, after closing the one that stood there.
+TEST_F(MainWindowTest, EveryEntryAndToolbarButtonOpensItsWindowInTheWorkArea) {
+  RunningProgram run(folder.Path());
+  run.program.Start();
+  MainWindowView* main = run.platform.MainWindow();
+  ASSERT_NE(main, nullptr);
+  auto& ui = run.program.Win<MDIKuvo>().ui();
+  struct Way {
+    Menu* entry;
+    int button;
+    const char* window;
+  };
+  const Way ways[] = {
+      {&ui.M_GestionSaisie, 1, "TirSais"},      {&ui.M_GestionModif, 2, "TirModi"},
+      {&ui.M_GestionSupprimer, 3, "TirSup"},    {&ui.M_StatVerif, 5, "TirVerif"},
+      {&ui.M_StatGroupes, 6, "TirGrou"},        {&ui.M_NumAfines, 7, "NumerosAffines"},
+      {&ui.M_StatToutes, 8, "TirBase"},         {&ui.M_AleatoireBase, 10, "AleaBase"},
+      {&ui.M_AleatoireGeneres, 11, "AleaOrdi"}, {&ui.M_StatMesNumeros, 13, "NumPref"},
+  };
+  const QList<QAction*> tools = main->findChild<QToolBar*>()->actions();
+  ASSERT_EQ(tools.size(), 17);
+  Form* previous = nullptr;
+  auto opened = [&](const char* name) {
+    Form* form = run.program.FormByName(QLatin1String(name), false);
+    ASSERT_NE(form, nullptr) << name;
+    EXPECT_TRUE(form->Loaded()) << name;
+    FormWindow* view = run.platform.ViewOf(*form);
+    ASSERT_NE(view, nullptr) << name;
+    EXPECT_TRUE(view->Frame()->isVisible()) << name;
+    EXPECT_TRUE(main->WorkArea()->isAncestorOf(view->Frame())) << name;
+    if (previous && previous != form) {
+      EXPECT_FALSE(previous->Loaded()) << name;
+    }
+    previous = form;
+  };
+  for (const Way& way : ways) {
+    main->ActionOf(*way.entry)->trigger();
+    opened(way.window);
+    tools[way.button - 1]->trigger();
+    opened(way.window);
+  }
+  // The import entry on the menu bar stands beside the open window.
+  main->ActionOf(ui.M_MiseJour)->trigger();
+  EXPECT_TRUE(previous->Loaded());
+  Form* import = run.program.FormByName(QStringLiteral("ChargeMiseJour"), false);
+  ASSERT_NE(import, nullptr);
+  EXPECT_TRUE(import->Loaded());
   EXPECT_TRUE(run.platform.fatals.isEmpty());
 }
 

@@ -236,6 +236,24 @@ TEST_F(GroupsTest, TheSameDrawAgainRaisesAll26ToTwo) {
   EXPECT_EQ(Rows(), "10,10,5,1 2");
 }
 
+TEST_F(GroupsTest, AFailureAfterTheCountsKeepsThemInTheFile) {
+  // The event counts a draw and then fails: the program ends with its report,
+  // and the counts made before the failure are in the file, nothing undone.
+  QString seen;
+  app.platform().Out = [&seen](const QString& line) { seen += line + QLatin1Char('\n'); };
+  EXPECT_THROW(app.program().RunEvent([this] {
+    m().MajGroupes(QStringLiteral("23,07,41,02,36"));
+    m().MajGroupes(QStringLiteral("02,07,23,36,41"));
+    Raise(Err::Overflow);
+  }),
+               ProgramEnd);
+  EXPECT_EQ(seen, QStringLiteral("FATAL 6 \"Dépassement de capacité\"\n"));
+  EXPECT_EQ(QueryFile(app.StorePath(),
+                      "SELECT (SELECT count(*) || '/' || sum(Sorties) FROM Groupe2) || ' ' ||"
+                      " (SELECT Sorties FROM Groupe5 WHERE Numeros = '02,07,23,36,41')"),
+            "10/20 2");
+}
+
 TEST_F(GroupsTest, RsGroupeIsLeftOnGroupe5) {
   m().MajGroupes(QStringLiteral("23,07,41,02,36"));
   ASSERT_TRUE(m().RsGroupe);
