@@ -416,8 +416,10 @@ void ScriptRunner::UserCommand(const Line& line) {
       Toolbar& bar = program_->Win<MDIKuvo>().ui().Toolbar2;
       if (n < 1 || n > bar.ButtonCount())
         throw ScriptError(line.number, QStringLiteral("no toolbar button %1").arg(n));
-      if (!bar.Reachable() || bar.Buttons(n).Style == 3 || !bar.Buttons(n).Enabled)
+      if (!bar.Reachable() || !bar.Buttons(n).Enabled)
         return Ignored(QStringLiteral("Toolbar2(%1)").arg(n));
+      // A separator can be clicked like any part of the bar; it runs nothing.
+      if (bar.Buttons(n).Style == 3) return;
       program_->RunEvent([&bar, n] {
         if (bar.ButtonClick) bar.ButtonClick(bar.Buttons(n));
       });
