@@ -118,6 +118,8 @@ GridView::GridView(FormView& v, Grid& c)
   w_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   w_->setCornerButtonEnabled(false);
   w_->setWordWrap(false);
+  // Tab goes to the next control, as on the platform's grid, not to the next cell.
+  w_->setTabKeyNavigation(false);
   // Whole rows scroll, so that none sits half under the header.
   w_->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
   QHeaderView* rows = w_->verticalHeader();

@@ -479,6 +479,27 @@ TEST_F(FormViewTest, GridHeadingsClickWithoutMovingTheCurrentCell) {
                          QStringLiteral("Grille_Click:2")}));
 }
 
+TEST_F(FormViewTest, TabLeavesTheGridInsteadOfWalkingItsCells) {
+  FormView* view = Show();
+  Grid& g = sample->ui().Grille;
+  g.SetRows(4);
+  for (int r = 1; r < 4; ++r) g.SetTextMatrix(r, 1, QString::number(r * 10));
+  g.Row = 1;
+  g.Col = 1;
+  run->platform.SyncAll();
+  auto* table = Widget<QTableView>(view, g);
+  ASSERT_NE(table, nullptr);
+  EXPECT_FALSE(table->tabKeyNavigation());
+  const QModelIndex before = table->currentIndex();
+  ASSERT_TRUE(before.isValid());
+  QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, QStringLiteral("\t"));
+  QCoreApplication::sendEvent(table, &tab);
+  run->platform.SyncAll();
+  EXPECT_EQ(table->currentIndex(), before) << "a Tab doesn't move the current cell";
+  EXPECT_EQ(g.Row, 1);
+  EXPECT_EQ(g.Col, 1);
+}
+
 TEST_F(FormViewTest, GridOfThirtyThousandRowsHasNoWidgetPerCell) {
   FormView* view = Show();
   SampleUi& ui = sample->ui();
