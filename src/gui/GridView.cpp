@@ -123,6 +123,14 @@ GridView::GridView(FormView& v, Grid& c)
   // Whole rows scroll, so that none sits half under the header.
   w_->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
   QHeaderView* rows = w_->verticalHeader();
+  // At the end of its range the table lines its last row up with the bottom
+  // edge, leaving the top row half under the header; the top row stays whole.
+  QScrollBar* down = w_->verticalScrollBar();
+  QObject::connect(down, &QScrollBar::valueChanged, w_, [this, rows, down](int value) {
+    if (value == 0 || value != down->maximum() || rows->sectionViewportPosition(value) == 0) return;
+    rows->setOffsetToSectionPosition(value);
+    w_->viewport()->update();
+  });
   rows->setVisible(false);
   rows->setSectionResizeMode(QHeaderView::Fixed);
   rows->setMinimumSectionSize(8);

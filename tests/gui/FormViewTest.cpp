@@ -500,6 +500,30 @@ TEST_F(FormViewTest, TabLeavesTheGridInsteadOfWalkingItsCells) {
   EXPECT_EQ(g.Col, 1);
 }
 
+TEST_F(FormViewTest, GridScrolledToItsEndShowsWholeRows) {
+  FormView* view = Show();
+  Grid& g = sample->ui().Grille;
+  g.SetRows(101);
+  for (int r = 1; r <= 100; ++r) g.SetTextMatrix(r, 1, QString::number(r));
+  run->platform.SyncAll();
+  QApplication::processEvents();
+  auto* table = Widget<QTableView>(view, g);
+  ASSERT_NE(table, nullptr);
+  QScrollBar* down = table->verticalScrollBar();
+  ASSERT_GT(down->maximum(), 0);
+  const int rowHeight = table->rowHeight(0);
+  ASSERT_NE(table->viewport()->height() % rowHeight, 0) << "the sample grid shows a part row";
+  for (int value : {down->maximum(), down->maximum() - 1, down->maximum()}) {
+    SCOPED_TRACE(value);
+    down->setValue(value);
+    const int top = table->rowAt(0);
+    EXPECT_EQ(top, value);
+    EXPECT_EQ(table->rowViewportPosition(top), 0) << "no row sits half under the header";
+  }
+  EXPECT_LE(table->rowViewportPosition(99) + rowHeight, table->viewport()->height())
+      << "the last row is whole";
+}
+
 TEST_F(FormViewTest, GridOfThirtyThousandRowsHasNoWidgetPerCell) {
   FormView* view = Show();
   SampleUi& ui = sample->ui();
