@@ -134,7 +134,7 @@ GridView::GridView(FormView& v, Grid& c)
   rows->setVisible(false);
   rows->setSectionResizeMode(QHeaderView::Fixed);
   rows->setMinimumSectionSize(8);
-  rows->setDefaultSectionSize(w_->fontMetrics().height() + 4);
+  SetRowHeights();
   QHeaderView* cols = w_->horizontalHeader();
   cols->setSectionResizeMode(QHeaderView::Interactive);
   cols->setMinimumSectionSize(0);
@@ -175,7 +175,7 @@ void GridView::SyncOwn() {
     zoom_ = view_.Zoom();
     widths_.clear();
     revision_ = -1;
-    w_->verticalHeader()->setDefaultSectionSize(w_->fontMetrics().height() + 4);
+    SetRowHeights();
   }
   if (revision_ != c_.Revision()) {
     revision_ = c_.Revision();
@@ -199,6 +199,14 @@ void GridView::SyncOwn() {
     down->setValue(top);
     across->setValue(left);
   }
+}
+
+// A row is 240 twips high, heading included, as on the platform's grid, so that
+// the rows a grid was drawn for fit it at every DPI; never less than its text.
+void GridView::SetRowHeights() {
+  const int height = std::max(Px(240), w_->fontMetrics().height() + 2);
+  w_->verticalHeader()->setDefaultSectionSize(height);
+  w_->horizontalHeader()->setFixedHeight(height);
 }
 
 void GridView::SyncWidths() {

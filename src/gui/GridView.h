@@ -54,6 +54,7 @@ class GridView : public ControlView {
 
  private:
   void SyncWidths();
+  void SetRowHeights();
 
   Grid& c_;
   QTableView* w_;

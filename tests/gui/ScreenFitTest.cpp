@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -12,6 +13,7 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QStatusBar>
+#include <QTableView>
 #include <cstdio>
 
 #include "GuiSupport.h"
@@ -207,6 +209,14 @@ TEST(ScreenFit, TheBaseViewWithItsChartFits) {
     ASSERT_NE(w, nullptr) << name;
     EXPECT_TRUE(view->rect().contains(QRect(w->mapTo(view, QPoint(0, 0)), w->size()))) << name;
   }
+  // The grid of the ten chance numbers was drawn to hold them all: no scrolling.
+  auto* chance =
+      qobject_cast<QTableView*>(view->WidgetOf(*form->FindControl(QStringLiteral("Liste4"))));
+  ASSERT_NE(chance, nullptr);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(chance->model()->rowCount(), 10);
+  EXPECT_EQ(chance->verticalScrollBar()->maximum(), 0) << "the ten chance numbers show whole";
+  EXPECT_EQ(chance->horizontalHeader()->height(), chance->rowHeight(0));
   std::printf("[ window ] TirBase with its chart: %dx%d at zoom %.3f\n", sub->width(),
               sub->height(), view->Zoom());
   run.platform.Run([form] { form->Unload(); });
