@@ -12,10 +12,18 @@ PictureWidget::PictureWidget(QWidget* parent, const PictureBox* pic) : QFrame(pa
   setLineWidth(2);
 }
 
-void PictureWidget::paintEvent(QPaintEvent* e) {
-  QFrame::paintEvent(e);
-  if (!pic_) return;
+void PictureWidget::paintEvent(QPaintEvent*) {
   QPainter p(this);
+  // The border as four bands one pixel wide, in the style's frame colour: at a
+  // scale such as 150 % a widget may start mid device pixel, where a drawn line
+  // falls outside it and the edge is lost.
+  const QColor edge = palette().color(QPalette::Window).darker(140).lighter(108);
+  const int w = width(), h = height();
+  p.fillRect(0, 0, w, 1, edge);
+  p.fillRect(0, h - 1, w, 1, edge);
+  p.fillRect(0, 0, 1, h, edge);
+  p.fillRect(w - 1, 0, 1, h, edge);
+  if (!pic_) return;
   const QRect inner = contentsRect();
   p.setClipRect(inner);
   if (pic_->BackColor != Colours::ButtonFace) p.fillRect(inner, Colour(pic_->BackColor));

@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -577,6 +578,34 @@ TEST_F(FormViewTest, PictureMouseMovesComeInTwipsFromItsInnerCorner) {
   ASSERT_EQ(sample->moves.size(), 1u);
   EXPECT_DOUBLE_EQ(sample->moves[0].x(), 30 * 15);
   EXPECT_DOUBLE_EQ(sample->moves[0].y(), 10 * 15);
+}
+
+TEST_F(FormViewTest, PictureBorderKeepsItsFourEdgesAtAFractionalScale) {
+  FormView* view = Show();
+  QWidget* picture = view->WidgetOf(sample->ui().Picture1);
+  ASSERT_NE(picture, nullptr);
+  const QRect r = picture->geometry();
+  // An edge is there when some device pixel across it is darker than the window.
+  auto darker = [](const QImage& image, QPointF from, QPointF step, int count) {
+    const int back = qGray(QApplication::palette().color(QPalette::Window).rgb());
+    for (int k = 0; k < count; ++k) {
+      const QPoint at = (from + step * k).toPoint();
+      if (image.rect().contains(at) && qGray(image.pixel(at)) < back - 20) return true;
+    }
+    return false;
+  };
+  for (double ratio : {1.0, 1.25, 1.5}) {
+    SCOPED_TRACE(ratio);
+    QImage image((QSizeF(view->size()) * ratio).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    view->render(&image);
+    const double midX = (r.left() + r.width() / 2.0) * ratio;
+    const double midY = (r.top() + r.height() / 2.0) * ratio;
+    EXPECT_TRUE(darker(image, {midX, r.top() * ratio - 1}, {0, 1}, 3)) << "top edge";
+    EXPECT_TRUE(darker(image, {midX, (r.bottom() + 1) * ratio - 2}, {0, 1}, 3)) << "bottom edge";
+    EXPECT_TRUE(darker(image, {r.left() * ratio - 1, midY}, {1, 0}, 3)) << "left edge";
+    EXPECT_TRUE(darker(image, {(r.right() + 1) * ratio - 2, midY}, {1, 0}, 3)) << "right edge";
+  }
 }
 
 TEST_F(FormViewTest, AnOptionThatWatchesTheMouseHearsItWithoutAButtonHeld) {
