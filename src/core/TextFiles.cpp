@@ -33,7 +33,17 @@ TextFiles::~TextFiles() {
 }
 
 QString TextFiles::Key(const QString& path) {
-  return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+  const QString clean = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+  if (QFileInfo::exists(clean)) return clean;
+  // File names are the same file whatever their letter case, as on the
+  // platform's file system: "KUVO.csv" names an existing "KUVO.CSV".
+  const QFileInfo info(clean);
+  const QDir folder = info.absoluteDir();
+  const QString name = info.fileName();
+  for (const QString& entry :
+       folder.entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name))
+    if (entry.compare(name, Qt::CaseInsensitive) == 0) return folder.filePath(entry);
+  return clean;
 }
 
 bool TextFiles::IsOpen(const QString& path) const {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -151,6 +152,28 @@ TEST_F(TextFilesTest, FileBeingWrittenOrWrittenAgainIsError55) {
   EXPECT_EQ(ErrorOf([&] { files.Open(Path("b.txt"), Mode::Input, 3); }), Err::FileAlreadyOpen);
   EXPECT_EQ(ErrorOf([&] { files.Open(Path("b.txt"), Mode::Output, 3); }), Err::FileAlreadyOpen);
   EXPECT_FALSE(files.IsOpen(3));
+}
+
+TEST_F(TextFilesTest, ANameInAnotherLetterCaseIsTheSameFile) {
+  Put("KUVO.CSV", "old\r\n");
+  files.Open(Path("KUVO.CSV"), Mode::Input, 1);
+  EXPECT_EQ(ErrorOf([&] { files.Open(Path("Kuvo.csv"), Mode::Output, 2); }), Err::FileAlreadyOpen);
+  files.Close(1);
+  // Written under "KUVO.csv", the existing file is rewritten; no other file appears.
+  files.Open(Path("KUVO.csv"), Mode::Output, 2);
+  files.PrintLine(2, QByteArray("new"));
+  files.Close(2);
+  EXPECT_EQ(Get("KUVO.CSV"), "new\r\n");
+  EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("KUVO.CSV")});
+  files.Open(Path("kuvo.Csv"), Mode::Input, 3);
+  EXPECT_EQ(files.LineInput(3), "new");
+  files.Close(3);
+  files.Kill(Path("kuvo.csv"));
+  EXPECT_TRUE(QDir(dir.path()).entryList(QDir::Files).isEmpty());
+  // A new file takes the name as written.
+  files.Open(Path("Neuf.Txt"), Mode::Output, 4);
+  files.Close(4);
+  EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("Neuf.Txt")});
 }
 
 TEST_F(TextFilesTest, FileReadUnderTwoNumbers) {
