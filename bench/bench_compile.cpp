@@ -104,13 +104,19 @@ struct Timing {
 
 void Exec(sqlite3* db, const char* sql) { sqlite3_exec(db, sql, nullptr, nullptr, nullptr); }
 
-// The bare lower bound: counts in memory, rows written in one transaction.
-Timing LowerBound(const QString& folder, const QString& csv) {
-  const QString path = folder + QStringLiteral("/bound.Mdb");
+// A new store file at `path`, with `csv` as its raw history; whatever stood
+// there before (its write-ahead log included) is gone.
+void FreshStore(const QString& path, const QString& csv = QString()) {
   QFile::remove(path);
   QFile::remove(path + QStringLiteral("-wal"));
   QFile::remove(path + QStringLiteral("-shm"));
-  CreateStore(path, ShippedSchema());
+  CreateStore(path, ShippedSchema(), csv);
+}
+
+// The bare lower bound: counts in memory, rows written in one transaction.
+Timing LowerBound(const QString& folder, const QString& csv) {
+  const QString path = folder + QStringLiteral("/bound.Mdb");
+  FreshStore(path);
   QElapsedTimer t;
   t.start();
   const double cpu = CpuSeconds();
@@ -165,11 +171,7 @@ Timing LowerBound(const QString& folder, const QString& csv) {
 
 // The real thing: a first start on a store whose draws are only in Kuvo.
 Timing Compile(const QString& folder, const QString& csv) {
-  const QString path = folder + QStringLiteral("/Kuvo.Mdb");
-  QFile::remove(path);
-  QFile::remove(path + QStringLiteral("-wal"));
-  QFile::remove(path + QStringLiteral("-shm"));
-  CreateStore(path, ShippedSchema(), csv);
+  FreshStore(folder + QStringLiteral("/Kuvo.Mdb"), csv);
   ScriptRunner runner(folder, folder);
   QElapsedTimer t;
   t.start();
@@ -183,11 +185,7 @@ Timing Compile(const QString& folder, const QString& csv) {
 // The same first start on the Qt platform, with its windows shown and its
 // message loop served as the compile yields.
 Timing QtCompile(const QString& folder, const QString& csv) {
-  const QString path = folder + QStringLiteral("/Kuvo.Mdb");
-  QFile::remove(path);
-  QFile::remove(path + QStringLiteral("-wal"));
-  QFile::remove(path + QStringLiteral("-shm"));
-  CreateStore(path, ShippedSchema(), csv);
+  FreshStore(folder + QStringLiteral("/Kuvo.Mdb"), csv);
   QtPlatform platform(folder);
   Program program(platform, AllWindows());
   platform.Attach(program);
