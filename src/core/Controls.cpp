@@ -280,9 +280,6 @@ QString Grid::TextMatrix(int row, int col) const {
 void Grid::SetTextMatrix(int row, int col, const QString& text) {
   CheckCell(row, col);
   cells_[static_cast<size_t>(row * cols_ + col)] = text;
-  // Only a list filled on screen is followed; one filled before its window
-  // shows opens at its top.
-  if (Parent().Visible) lastRow_ = row;
   ++revision_;
 }
 
@@ -325,7 +322,6 @@ void Grid::AddItem(const QString& item) {
   const QStringList cells = item.split(QLatin1Char('\t'));
   for (int c = 0; c < std::min(cols_, static_cast<int>(cells.size())); ++c)
     cells_[static_cast<size_t>(row * cols_ + c)] = cells[c];
-  lastRow_ = row;
 }
 
 void Grid::RemoveItem(int row) {

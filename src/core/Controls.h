@@ -351,9 +351,6 @@ class Grid : public Control {
   // A click by the user on a cell: Row and Col go there, then Click. A click
   // on a fixed row or column raises Click and moves neither.
   void UserClick(int row, int col);
-  // The row of the last change made while the window was shown, for a view
-  // that follows a growing list.
-  int LastRowWritten() const { return lastRow_; }
 
  protected:
   void DescribeOwn(const PropertySink& sink) const override;
@@ -365,7 +362,6 @@ class Grid : public Control {
   std::vector<int> colWidths_;
   QString formatString_;
   int revision_ = 0;
-  int lastRow_ = 0;
 };
 
 struct ToolbarButton {

@@ -180,17 +180,6 @@ TEST_F(DrawingAreaTest, ControlsBelowTheLowerEdgeAreOutOfReach) {
   }
 }
 
-TEST_F(DrawingAreaTest, AGridFilledBeforeItsWindowShowsIsNotFollowed) {
-  Grid grid(form, QStringLiteral("Grille"));
-  grid.SetRows(10);
-  form.Visible = false;
-  grid.SetTextMatrix(9, 1, QStringLiteral("x"));
-  EXPECT_EQ(grid.LastRowWritten(), 0);
-  form.Visible = true;
-  grid.SetTextMatrix(5, 1, QStringLiteral("y"));
-  EXPECT_EQ(grid.LastRowWritten(), 5);
-}
-
 // The driver's view of a drawing, on the chart of the base view.
 TEST_F(DrawingAreaTest, DumpPrintsTheBoxesWithTwoDecimalsCornersInOrder) {
   EXPECT_EQ(app.Run(QStringLiteral("dump TirBase.Picture1\n")),
