@@ -330,6 +330,12 @@ class Grid : public Control {
   int FixedCols = 1;
   int Row = 1;
   int Col = 1;
+  // The design's fixed columns: the current cell starts on the first column
+  // that is not fixed.
+  void SetFixedCols(int cols) {
+    FixedCols = cols;
+    Col = cols;
+  }
   QString TextMatrix(int row, int col) const;
   void SetTextMatrix(int row, int col, const QString& text);
   // The cell at Row, Col.

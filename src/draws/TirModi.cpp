@@ -96,7 +96,7 @@ TirModiUi::TirModiUi(TirModi& f)
   Grille.Move(left, 2910, 4260, 2040);
   Grille.SetCols(8);
   Grille.FixedRows = 1;
-  Grille.FixedCols = 1;
+  Grille.SetFixedCols(1);
   Grille.SetFormatString(QString::fromUtf8(" N° | 1 | 2 | 3 | 4 | 5 | Chance"));
   for (int c = 0; c <= 5; ++c) Grille.SetColWidth(c, 480);
   Grille.SetColWidth(6, 720);

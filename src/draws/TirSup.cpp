@@ -83,7 +83,7 @@ TirSupUi::TirSupUi(TirSup& f)
   Grille.Move(left, 1860, 4740, 2160);
   Grille.SetCols(8);
   Grille.FixedRows = 1;
-  Grille.FixedCols = 1;
+  Grille.SetFixedCols(1);
   Grille.SetFormatString(QString::fromUtf8("n° |  1 |  2 |  3 |  4 |  5 | Chance"));
   for (int c = 0; c <= 5; ++c) Grille.SetColWidth(c, 540);
   Grille.SetColWidth(6, 780);

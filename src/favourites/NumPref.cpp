@@ -60,9 +60,7 @@ NumPrefUi::NumPrefUi(NumPref& f)
   Grille.SetCols(6);
   Grille.SetRows(2);
   Grille.FixedRows = 1;
-  Grille.FixedCols = 0;
-  // With no fixed column the current cell starts on the first column.
-  Grille.Col = 0;
+  Grille.SetFixedCols(0);
   Grille.SetFormatString(QString::fromUtf8("  N° 1 | N° 2 | N° 3 | N° 4 | N° 5 | N° Pref"));
   for (int c = 0; c < 6; ++c) Grille.SetColWidth(c, 720);
   Grille.Move(left, 420, leftWidth, 3360);

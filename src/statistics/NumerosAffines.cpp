@@ -91,7 +91,7 @@ NumerosAffinesUi::NumerosAffinesUi(NumerosAffines& f)
   Grille.Move(5880, 420, 3960, 4620);
   Grille.SetCols(3);
   Grille.FixedRows = 1;
-  Grille.FixedCols = 1;
+  Grille.SetFixedCols(1);
   Grille.SetFormatString(QString::fromUtf8("Numéros | Sorties |   %  "));
   for (int c = 0; c <= 2; ++c) Grille.SetColWidth(c, 1080);
 

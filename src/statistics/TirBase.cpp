@@ -31,7 +31,7 @@ void SetGrid(Grid& grid, int rows, int cols, const char* format, std::initialize
   grid.SetRows(rows);
   grid.SetCols(cols);
   grid.FixedRows = 1;
-  grid.FixedCols = 1;
+  grid.SetFixedCols(1);
   grid.SetFormatString(QString::fromUtf8(format));
   int col = 0;
   for (int w : widths) grid.SetColWidth(col++, w);

@@ -94,9 +94,7 @@ TirVerifUi::TirVerifUi(TirVerif& f)
   // The ranking and the progress of its listing.
   Grille.Move(240, 3240, 2640, 3240);
   Grille.FixedRows = 1;
-  Grille.FixedCols = 0;
-  // With no fixed column the current cell starts on the first column.
-  Grille.Col = 0;
+  Grille.SetFixedCols(0);
   Grille.Visible = false;
   Gauge1.Move(3120, 3240, 2160, 255);
 
