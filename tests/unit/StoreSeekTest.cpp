@@ -116,10 +116,7 @@ TEST_F(StoreSeekTest, SeekSeesWhatOtherSetsWrote) {
 
   // A key changed, a count changed, a row deleted, each by another set.
   auto other = Groups();
-  other->Seek(QStringLiteral("="), QStringLiteral("01,02"));
-  other->Edit();
-  other->Fields(QStringLiteral("Numeros")).SetValue(QStringLiteral("01,09"));
-  other->Update();
+  SeekAndSet(*other, QStringLiteral("01,02"), QStringLiteral("Numeros"), QStringLiteral("01,09"));
   EXPECT_EQ(Sorties(*rs, QStringLiteral("01,02")), QVariant(QStringLiteral("no match")));
   EXPECT_EQ(Sorties(*rs, QStringLiteral("01,09")), QVariant(qlonglong{1}));
   auto statement = db_->OpenRecordset(QStringLiteral("select* from Groupe2 order by Numeros ASC "));
@@ -141,10 +138,7 @@ TEST_F(StoreSeekTest, ACountReadBeforeAnotherSetWroteIsWhatTheEditWrites) {
   rs->Seek(QStringLiteral("="), QStringLiteral("01,02"));
   const qlonglong n = rs->Fields(QStringLiteral("Sorties")).GetValue().toLongLong();
   auto other = Groups();
-  other->Seek(QStringLiteral("="), QStringLiteral("01,02"));
-  other->Edit();
-  other->Fields(QStringLiteral("Sorties")).SetValue(40);
-  other->Update();
+  SeekAndSet(*other, QStringLiteral("01,02"), QStringLiteral("Sorties"), 40);
   // The set reads the row anew on its next use; the count taken before stands.
   EXPECT_EQ(rs->Fields(QStringLiteral("Sorties")).GetValue(), QVariant(qlonglong{40}));
   rs->Edit();

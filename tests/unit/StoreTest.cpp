@@ -241,10 +241,7 @@ TEST_F(StoreTest, TableSetSeesRowsWrittenThroughOtherSets) {
   // A value changed by another set is what this one reads.
   auto other = db_->OpenRecordset(QStringLiteral("Groupe2"));
   other->SetIndex(QStringLiteral("Numeros"));
-  other->Seek(QStringLiteral("="), QStringLiteral("03-04"));
-  other->Edit();
-  other->Fields(QStringLiteral("Sorties")).SetValue(9);
-  other->Update();
+  SeekAndSet(*other, QStringLiteral("03-04"), QStringLiteral("Sorties"), 9);
   EXPECT_EQ(walker->Fields(QStringLiteral("Sorties")).GetValue(), QVariant(qlonglong{9}));
 
   // A row deleted by another set is gone for this one.

@@ -76,6 +76,15 @@ class StoreTest : public ::testing::Test {
     db_ = Database::OpenDatabase(path_);
   }
 
+  // Seeks `key` on the set's index and writes one field of the row found.
+  static void SeekAndSet(Recordset& rs, const QString& key, const QString& field,
+                         const QVariant& value) {
+    rs.Seek(QStringLiteral("="), key);
+    rs.Edit();
+    rs.Fields(field).SetValue(value);
+    rs.Update();
+  }
+
   // Adds rows (Numeros, Sorties) to a Groupe table through a table-type set.
   void AddGroups(const char* table, std::initializer_list<std::pair<const char*, int>> rows) {
     auto rs = db_->OpenRecordset(QLatin1String(table));
