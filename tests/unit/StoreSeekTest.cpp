@@ -219,16 +219,16 @@ TEST_F(StoreSeekTest, WritesOfAnotherConnectionAreFound) {
   EXPECT_EQ(Rows(), QStringLiteral("1:01,02=9 2:03,04=1"));
 }
 
-TEST_F(StoreSeekTest, WritesOfAnotherConnectionAreFoundOnceAWalkBegins) {
+TEST_F(StoreSeekTest, RowsKeptAcrossAnotherConnectionsCommitAreReadAgain) {
   AddGroups("Groupe2", {{"01,02", 1}, {"03,04", 1}});
   db_->CommitPending();
   auto rs = Groups();
   EXPECT_EQ(Sorties(*rs, QStringLiteral("01,02")), QVariant(qlonglong{1}));
+  // While this connection has only read, another one commits.
   OtherConnection other(path_, true);
-  ASSERT_TRUE(other.Exec("UPDATE Groupe2 SET Sorties = 5"));
-  db_->CommitPending();  // the event ends; the next reads take a new snapshot
-  auto walker = Groups();
-  walker->MoveNext();  // the walk reads in a transaction of its own
+  ASSERT_TRUE(other.Exec("UPDATE Groupe2 SET Sorties = 5 WHERE Numeros = '01,02'"));
+  // The first write ends the reading snapshot; the row kept from it is read anew.
+  AddGroups("Groupe2", {{"05,06", 1}});
   EXPECT_EQ(Sorties(*rs, QStringLiteral("01,02")), QVariant(qlonglong{5}));
 }
 
