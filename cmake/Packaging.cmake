@@ -79,15 +79,15 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
   "lottery draw history, statistics and number proposals
- Kuvo is a desktop program, in French, for followers of the national lottery
- (five numbers from 1 to 49 and a chance number from 1 to 10). It comes with
- the whole history of the game since October 2008, counts every pair, triple,
- quadruple and quintuple that came out, shows frequency tables and a chart,
- finds when a group came out, ranks and prints the groups, proposes numbers to
- play and keeps the user's favourite draws.
- .
- The package also holds kuvo-convert, which merges the operator's history
- files into one, and the players' manual in French with its pictures.")
+Kuvo is a desktop program, in French, for followers of the national lottery
+(five numbers from 1 to 49 and a chance number from 1 to 10). It comes with
+the whole history of the game since October 2008, counts every pair, triple,
+quadruple and quintuple that came out, shows frequency tables and a chart,
+finds when a group came out, ranks and prints the groups, proposes numbers to
+play and keeps the user's favourite draws.
+.
+The package also holds kuvo-convert, which merges the operator's history
+files into one, and the players' manual in French with its pictures.")
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 include(CPack)
