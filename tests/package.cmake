@@ -94,6 +94,20 @@ expect("desktop-file-validate" "${out}${err}" "")
 run("appstreamcli validate" appstreamcli validate --no-net
     ${root}/usr/share/metainfo/org.example.kuvo.metainfo.xml)
 
+# The software centre shows pictures of the manual.
+file(READ ${root}/usr/share/metainfo/org.example.kuvo.metainfo.xml metainfo)
+string(REGEX MATCHALL "/images/[^<]+\\.png</image>" shown "${metainfo}")
+list(LENGTH shown count)
+if(count LESS 1)
+  message(FATAL_ERROR "the metainfo shows no picture")
+endif()
+foreach(image ${shown})
+  string(REGEX REPLACE "^/images/(.*)</image>$" "\\1" picture "${image}")
+  if(NOT EXISTS ${root}/usr/share/doc/kuvo/images/${picture})
+    message(FATAL_ERROR "the metainfo shows ${picture}, which is no picture of the manual")
+  endif()
+endforeach()
+
 # The man pages render without a warning.
 foreach(page kuvo kuvo-convert)
   execute_process(COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C.UTF-8 MANWIDTH=80
