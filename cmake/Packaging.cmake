@@ -2,7 +2,8 @@
 # entry and the icons, and the Debian package made of it all (scripts/package).
 
 set(KUVO_MAINTAINER "L'équipe Kuvo <kuvo@example.org>")
-set(KUVO_HOMEPAGE "https://kuvo.example.org")
+set(KUVO_HOMEPAGE "https://kuvo.example.org" CACHE STRING
+  "The project's web site: the package's homepage; the metainfo's pictures under /images/ on it")
 
 # Man pages, written by hand, with the version of the project; installed
 # compressed, without a time stamp so that each build gives the same bytes.
