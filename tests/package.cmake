@@ -88,6 +88,15 @@ expect("summary" "${out}" "40 tirages, du 24/04/2024 au 24/07/2024, écrits dans
 file(STRINGS ${WORK}/Kuvo.csv written)
 list(LENGTH written count)
 expect("lines written" "${count}" "41")
+# The program loads its libraries and, with no screen, says so and ends.
+execute_process(COMMAND ${CMAKE_COMMAND} -E env --unset=DISPLAY --unset=WAYLAND_DISPLAY
+                        --unset=QT_QPA_PLATFORM LANG=C.UTF-8 ${root}/usr/bin/kuvo
+  RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err TIMEOUT 60)
+expect("kuvo without a screen" "${status}" "1")
+string(FIND "${err}" "Kuvo a besoin d'une session graphique" at)
+if(at LESS 0)
+  message(FATAL_ERROR "kuvo without a screen said:\n${out}${err}")
+endif()
 
 run("desktop-file-validate" desktop-file-validate ${root}/usr/share/applications/kuvo.desktop)
 expect("desktop-file-validate" "${out}${err}" "")
