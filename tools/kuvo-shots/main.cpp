@@ -7,8 +7,11 @@
 #include <QFile>
 #include <QImage>
 #include <QLocale>
+#include <QMessageBox>
 #include <QPainter>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QWidget>
 #include <cstdio>
 #include <functional>
@@ -47,11 +50,25 @@ class ShotPlatform : public QtPlatform {
  public:
   using QtPlatform::QtPlatform;
   std::function<void()> onYield;
+  // When set, the next message box is shown for real, handed here once on
+  // screen, then closed with its default button.
+  std::function<void()> onBox;
   QDate Today() override { return kToday; }
   double SecondsSinceMidnight() override { return 36000.0; }
-  int MsgBox(const QString& prompt, int, const QString&) override {
+  int MsgBox(const QString& prompt, int style, const QString& title) override {
     std::printf("message : %s\n", prompt.toUtf8().constData());
-    return Mb::AnswerOk;
+    if (!onBox) return Mb::AnswerOk;
+    QTimer::singleShot(0, [this] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box) return;
+      onBox();
+      onBox = nullptr;
+      if (QPushButton* button = box->defaultButton())
+        button->click();
+      else
+        box->close();
+    });
+    return QtPlatform::MsgBox(prompt, style, title);
   }
   void ShellExecute(const QString&, const QString&) override {}
   void OpenDocument(const QString&) override {}
@@ -80,7 +97,11 @@ class Shots {
     QPainter painter(&image);
     for (QWidget* w : QApplication::topLevelWidgets()) {
       if (w == main || !w->isVisible() || w->windowType() == Qt::Desktop) continue;
-      painter.drawImage(w->geometry().topLeft() - main->geometry().topLeft(), w->grab().toImage());
+      // Drawn without the desktop's frame: a thin line stands for it.
+      const QRect at(w->geometry().topLeft() - main->geometry().topLeft(), w->size());
+      painter.drawImage(at.topLeft(), w->grab().toImage());
+      painter.setPen(QColor(96, 96, 96));
+      painter.drawRect(at.adjusted(-1, -1, 0, 0));
     }
     painter.end();
     Save(name, image);
@@ -130,7 +151,7 @@ void Key(Toolbar& keypad, int number) {
 }
 
 // Every window in the order a player meets them, each in a state worth showing.
-void TakeWindows(Shots& shots, Program& program) {
+void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
   MDIKuvo& mdi = program.Win<MDIKuvo>();
   shots.Main("fenetre-principale");
 
@@ -245,6 +266,8 @@ void TakeWindows(Shots& shots, Program& program) {
     Key(pref.ui().Toolbar2, 9);
   });
   shots.Window("tirages-preferes", pref);
+  // The answer of the comparison, over the main window.
+  platform.onBox = [&] { shots.Main("tirages-preferes-comparaison"); };
   shots.Act([&] { pref.ui().Compare.Click(); });
 
   // The about window, from the 50th key of a keypad.
@@ -314,7 +337,7 @@ int main(int argc, char** argv) {
     platform.Attach(program);
     Shots shots(platform, program, folder);
     program.Start();
-    TakeWindows(shots, program);
+    TakeWindows(shots, platform, program);
     failures += shots.Failures();
   } catch (const ProgramEnd&) {
     std::fprintf(stderr, "kuvo-shots : le programme s'est arrêté\n");
