@@ -87,11 +87,8 @@ QToolButton* ToolbarView::MakeButton(int index) {
   auto* b = new QToolButton(w_);
   b->setAutoRaise(!c_.IsKeypad);
   b->setFocusPolicy(Qt::NoFocus);
-  QObject::connect(b, &QToolButton::clicked, Guard(), [this, index] {
-    Raise([this, index] {
-      if (index <= c_.ButtonCount() && c_.ButtonClick) c_.ButtonClick(c_.Buttons(index));
-    });
-  });
+  QObject::connect(b, &QToolButton::clicked, Guard(),
+                   [this, index] { Raise([this, index] { c_.UserClick(index); }); });
   b->show();
   return b;
 }
