@@ -146,9 +146,7 @@ class Shots {
 };
 
 // Clicks the key of `number` on a keypad, as the mouse does.
-void Key(Toolbar& keypad, int number) {
-  if (keypad.ButtonClick) keypad.ButtonClick(keypad.Buttons(number));
-}
+void Key(Toolbar& keypad, int number) { keypad.UserClick(number); }
 
 // Every window in the order a player meets them, each in a state worth showing.
 void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
@@ -172,7 +170,7 @@ void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
     ComboBox& dates = modi.ui().Combo1;
     dates.UserPick(dates.ListCount() - 1);
     modi.ui().Grille.UserClick(1, 1);
-    if (modi.ui().Label16(1).MouseUp) modi.ui().Label16(1).MouseUp(1, 0, 0, 0);
+    modi.ui().Label16(1).UserMouseUp(1, 0, 0, 0);
   });
   shots.Window("modification", modi);
 
@@ -192,7 +190,7 @@ void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
   shots.Act([&] { mdi.M_StatToutes_Click(); });
   TirBase& base = program.Win<TirBase>();
   shots.Window("visualisation", base);
-  shots.Act([&] { base.ui().GraphiquePlus.Click(); });
+  shots.Act([&] { base.ui().GraphiquePlus.UserClick(); });
   shots.Window("visualisation-graphique", base);
 
   // The dates on which 7 and 23 came out together, and the draw of the first.
@@ -201,7 +199,7 @@ void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
   shots.Act([&] {
     Key(grou.ui().Toolbar1, 7);
     Key(grou.ui().Toolbar1, 23);
-    grou.ui().Recherche.Click();
+    grou.ui().Recherche.UserClick();
   });
   shots.Act([&] {
     if (grou.ui().Liste.ListCount() > 0) grou.ui().Liste.UserPress(0, 1, 0, 0, 0);
@@ -212,7 +210,7 @@ void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
   NumerosAffines& affines = program.Win<NumerosAffines>();
   shots.Act([&] {
     Key(affines.ui().Toolbar1, 7);
-    affines.ui().Recherche.Click();
+    affines.ui().Recherche.UserClick();
   });
   shots.Window("numeros-affines", affines);
 
@@ -220,11 +218,11 @@ void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
   shots.Act([&] { mdi.M_StatVerif_Click(); });
   TirVerif& verif = program.Win<TirVerif>();
   shots.Act([&] {
-    verif.ui().Text2.Text = QStringLiteral("2");
+    verif.ui().Text2.UserType(QStringLiteral("2"));
     ComboBox& order = verif.ui().Combo1;
     order.UserPick(static_cast<int>(order.List.indexOf(QStringLiteral("Sorties"))));
     verif.ui().Option2.UserClick();
-    verif.ui().ChercheSorties.Click();
+    verif.ui().ChercheSorties.UserClick();
   });
   shots.Window("sorties-groupees", verif);
 
@@ -234,7 +232,7 @@ void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
   shots.Act([&] {
     aleaBase.ui().Combo1.UserPick(0);
     aleaBase.ui().Chauds.UserClick();
-    aleaBase.ui().Generer.Click();
+    aleaBase.ui().Generer.UserClick();
   });
   shots.Window("alea-base", aleaBase);
 
@@ -245,7 +243,7 @@ void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
     aleaOrdi.ui().Predefinis.UserClick();
     Key(aleaOrdi.ui().Toolbar1, 9);
     Key(aleaOrdi.ui().Toolbar1, 31);
-    aleaOrdi.ui().Generer.Click();
+    aleaOrdi.ui().Generer.UserClick();
   });
   shots.Window("alea-ordinateur", aleaOrdi);
 
@@ -256,7 +254,7 @@ void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
     shots.Act([&] {
       for (int n : numbers) Key(pref.ui().Toolbar1, n);
       Key(pref.ui().Toolbar2, chance);
-      pref.ui().Saisir.Click();
+      pref.ui().Saisir.UserClick();
     });
   };
   favourite({4, 11, 19, 28, 42}, 3);
@@ -268,7 +266,7 @@ void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
   shots.Window("tirages-preferes", pref);
   // The answer of the comparison, over the main window.
   platform.onBox = [&] { shots.Main("tirages-preferes-comparaison"); };
-  shots.Act([&] { pref.ui().Compare.Click(); });
+  shots.Act([&] { pref.ui().Compare.UserClick(); });
 
   // The about window, from the 50th key of a keypad.
   shots.Act([&] { mdi.M_AleatoireGeneres_Click(); });
@@ -278,7 +276,7 @@ void TakeWindows(Shots& shots, ShotPlatform& platform, Program& program) {
     program.Win<Propos>().ui().Timer1.Enabled = false;
   });
   shots.Window("a-propos", program.Win<Propos>());
-  shots.Act([&] { program.Win<Propos>().ui().Ok.Click(); });
+  shots.Act([&] { program.Win<Propos>().ui().Ok.UserClick(); });
 }
 
 }  // namespace
