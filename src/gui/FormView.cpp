@@ -17,6 +17,7 @@
 #include "gui/CalendarView.h"
 #include "gui/ChoiceViews.h"
 #include "gui/ControlView.h"
+#include "gui/DesignPalette.h"
 #include "gui/DrawingAreaView.h"
 #include "gui/FrameView.h"
 #include "gui/GridView.h"
@@ -81,6 +82,10 @@ std::unique_ptr<ControlView> MakeView(FormView& v, Control& c) {
 
 FormView::FormView(QtPlatform& platform, Form& form)
     : QWidget(nullptr), platform_(platform), form_(form) {
+  // The window keeps the design's light colours on any desktop, and paints
+  // them itself, being drawn inside a frame of the main window's colours.
+  setPalette(DesignPalette());
+  setAutoFillBackground(true);
   setFont(FormFont(form, zoom_));
   Build();
 }
@@ -245,6 +250,9 @@ void FormView::SyncWindow() {
     captionSet_ = true;
     caption_ = form_.Caption;
     setWindowTitle(caption_);
+    // Inside the main window the title belongs to the frame: the view is
+    // named after it too.
+    setAccessibleName(caption_);
     if (sub_) sub_->setWindowTitle(caption_);
   }
   ApplyGeometry();
