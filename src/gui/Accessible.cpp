@@ -31,11 +31,16 @@ class RoleAccessible : public QAccessibleWidget {
   }
 };
 
-// A keypad key: a button, pressed as a click would, checkable and checked as
-// its face shows, focused while it is under the cursor of a focused keypad.
+// A keypad key, pressed as a click would, focused while it is under the cursor
+// of a focused keypad. A number key is a check box, checked as its face shows:
+// the desktop's bridge tells a reader the checked state of a check box, and
+// not of a button.
 class KeyAccessible : public QAccessibleWidget {
  public:
   explicit KeyAccessible(QWidget* w) : QAccessibleWidget(w, QAccessible::Button) {}
+  QAccessible::Role role() const override {
+    return widget()->property(kCheckable).toBool() ? QAccessible::CheckBox : QAccessible::Button;
+  }
   QAccessible::State state() const override {
     QAccessible::State s = QAccessibleWidget::state();
     s.checkable = widget()->property(kCheckable).toBool();
@@ -46,10 +51,12 @@ class KeyAccessible : public QAccessibleWidget {
     return s;
   }
   QStringList actionNames() const override {
-    return widget()->isEnabled() ? QStringList{pressAction()} : QStringList{};
+    if (!widget()->isEnabled()) return {};
+    if (widget()->property(kCheckable).toBool()) return {toggleAction(), pressAction()};
+    return {pressAction()};
   }
   void doAction(const QString& name) override {
-    if (name != pressAction()) return;
+    if (name != pressAction() && name != toggleAction()) return;
     if (auto* b = qobject_cast<QAbstractButton*>(widget())) b->click();
   }
   QStringList keyBindingsForAction(const QString&) const override { return {}; }
@@ -58,8 +65,7 @@ class KeyAccessible : public QAccessibleWidget {
 QAccessibleInterface* Factory(const QString& className, QObject* object) {
   auto* w = qobject_cast<QWidget*>(object);
   if (!w) return nullptr;
-  if (className == QLatin1String("QToolButton") && w->property(kCheckable).isValid())
-    return new KeyAccessible(w);
+  if (className == QLatin1String("kuvo::KeyButton")) return new KeyAccessible(w);
   const QVariant role = w->property(kRole);
   if (role.isValid() && className == QLatin1String(w->metaObject()->className()))
     return new RoleAccessible(w, static_cast<QAccessible::Role>(role.toInt()));

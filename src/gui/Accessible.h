@@ -2,8 +2,22 @@
 
 #include <QAccessible>
 #include <QString>
+#include <QToolButton>
 
 class QWidget;
+
+namespace kuvo {
+
+// A key of a keypad: a tool button that a screen reader knows as a key from
+// the moment it is made.
+class KeyButton : public QToolButton {
+  Q_OBJECT
+
+ public:
+  using QToolButton::QToolButton;
+};
+
+}  // namespace kuvo
 
 // What the views tell a screen reader beyond what Qt's widgets say of
 // themselves: the role of a widget drawn by the program, the keys of a keypad
@@ -18,8 +32,8 @@ void Install();
 // this role instead of a plain client area.
 void SetRole(QWidget* w, QAccessible::Role role);
 
-// A keypad key: a button that a screen reader can press, checkable when it is
-// a number, checked while its face shows it marked. Tells the reader when the
+// A keypad key: a button that a screen reader can press; a number key is a
+// check box, checked while its face shows it marked. Tells the reader when the
 // checked state changes.
 void SetKey(QWidget* key, bool checkable, bool checked);
 

@@ -132,9 +132,7 @@ void ToolbarView::Rebuild() {
 }
 
 QToolButton* ToolbarView::MakeButton(int index) {
-  auto* b = new QToolButton(w_);
-  // Known as a key before anything asks the button how to describe it.
-  if (c_.IsKeypad) accessible::SetKey(b, false, false);
+  QToolButton* b = c_.IsKeypad ? new KeyButton(w_) : new QToolButton(w_);
   b->setAutoRaise(!c_.IsKeypad);
   b->setFocusPolicy(Qt::NoFocus);
   QObject::connect(b, &QToolButton::clicked, Guard(), [this, index] {
