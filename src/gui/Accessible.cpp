@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 #include <QAccessibleWidget>
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QVariant>
 #include <QWidget>
@@ -28,6 +30,21 @@ class RoleAccessible : public QAccessibleWidget {
     if (QWidget* key = CursorKey(widget()); key && widget()->hasFocus())
       return QAccessible::queryAccessibleInterface(key);
     return QAccessibleWidget::focusChild();
+  }
+  // A widget drawn as a button is pressed as Space on it would.
+  QStringList actionNames() const override {
+    if (role() == QAccessible::Button && widget()->isEnabled()) return {pressAction()};
+    return QAccessibleWidget::actionNames();
+  }
+  void doAction(const QString& name) override {
+    if (role() != QAccessible::Button || name != pressAction()) {
+      QAccessibleWidget::doAction(name);
+      return;
+    }
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+    QCoreApplication::sendEvent(widget(), &press);
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+    QCoreApplication::sendEvent(widget(), &release);
   }
 };
 

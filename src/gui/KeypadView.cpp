@@ -1,40 +1,17 @@
 #include "gui/KeypadView.h"
 
 #include <QKeyEvent>
-#include <QPainter>
 #include <QToolButton>
 #include <QWidget>
 #include <algorithm>
 
 #include "gui/Accessible.h"
-#include "gui/DesignPalette.h"
+#include "gui/FocusRing.h"
 #include "gui/FormView.h"
 #include "gui/KeypadFaces.h"
 #include "gui/Pictures.h"
 
 namespace kuvo {
-
-// The keyboard cursor of a keypad: a dark ring around its key, over the keys,
-// letting the mouse through.
-class FocusRing : public QWidget {
- public:
-  explicit FocusRing(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    hide();
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter p(this);
-    const int w = width(), h = height();
-    const int thick = std::max(2, std::min(w, h) / 12);
-    const QColor ring = FocusColour();
-    p.fillRect(0, 0, w, thick, ring);
-    p.fillRect(0, h - thick, w, thick, ring);
-    p.fillRect(0, 0, thick, h, ring);
-    p.fillRect(w - thick, 0, thick, h, ring);
-  }
-};
 
 ToolbarView::ToolbarView(FormView& v, Toolbar& c)
     : ControlView(v, c), c_(c), w_(new QWidget(&v)), ring_(new FocusRing(w_)) {
@@ -221,13 +198,7 @@ void ToolbarView::KeepCursorUsable() {
 void ToolbarView::ShowCursor() {
   QWidget* key = Usable(cursor_) ? keys_[static_cast<size_t>(cursor_ - 1)].button : nullptr;
   accessible::SetCursorKey(w_, key);
-  const bool shown = key && w_->hasFocus();
-  if (shown) {
-    ring_->setGeometry(key->geometry());
-    ring_->raise();
-    ring_->update();
-  }
-  ring_->setVisible(shown);
+  ring_->Show(key && w_->hasFocus(), key ? key->geometry() : QRect());
 }
 
 QString ToolbarView::KeyName(int index) const {

@@ -16,6 +16,7 @@
 #include "draws/TirSais.h"
 #include "draws/TirSup.h"
 #include "gui/FormView.h"
+#include "proposals/AleaOrdi.h"
 
 namespace kuvo::testing {
 namespace {
@@ -285,6 +286,48 @@ TEST(GridKeyboard, EnterClicksTheCellTheArrowsReached) {
   type(Qt::Key_Return);
   EXPECT_EQ(grid.Row, 1);
   EXPECT_TRUE(w.ui().MiseJour.Enabled) << "as after a click on the first draw";
+}
+
+}  // namespace
+}  // namespace kuvo::testing
+
+namespace kuvo::testing {
+namespace {
+
+// The zones of the random proposals are labels that answer the mouse: Tab
+// reaches them, Space or a screen reader's press clicks them.
+TEST(ClickableLabels, TheZonesAreChosenFromTheKeyboard) {
+  AppFolder folder;
+  folder.AddDraw(QStringLiteral("2024-03-04"), {1, 2, 3, 4, 5}, 1);
+  RunningProgram run(folder.Path());
+  run.program.Start();
+  run.platform.Run([&run] { run.program.Win<MDIKuvo>().M_AleatoireGeneres_Click(); });
+  AleaOrdi& w = run.program.Win<AleaOrdi>();
+  auto* view = dynamic_cast<FormView*>(run.platform.ViewOf(w));
+  ASSERT_NE(view, nullptr);
+  QApplication::setActiveWindow(view->window());
+  run.platform.Run([&w] { w.ui().Zone.UserClick(); });
+  AleaOrdiUi& ui = w.ui();
+  QWidget* middle = view->WidgetOf(ui.Groupe32);
+  ASSERT_TRUE(middle->isVisible());
+  EXPECT_EQ(middle->focusPolicy(), Qt::TabFocus);
+  EXPECT_EQ(view->WidgetOf(ui.Label2)->focusPolicy(), Qt::NoFocus) << "a plain label is no stop";
+  view->WidgetOf(ui.Groupe16)->setFocus();
+  QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+  QCoreApplication::sendEvent(QApplication::focusWidget(), &tab);
+  ASSERT_EQ(QApplication::focusWidget(), middle);
+  QKeyEvent space(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+  QCoreApplication::sendEvent(middle, &space);
+  EXPECT_EQ(ui.Groupe32.BackColor, AleaOrdi::kZoneChoisie);
+  EXPECT_EQ(ui.Groupe16.BackColor, AleaOrdi::kZoneAutre);
+
+  QAccessibleInterface* last = QAccessible::queryAccessibleInterface(view->WidgetOf(ui.Groupe49));
+  EXPECT_EQ(last->role(), QAccessible::Button);
+  EXPECT_EQ(last->text(QAccessible::Name), ui.Groupe49.Caption.simplified());
+  ASSERT_NE(last->actionInterface(), nullptr);
+  last->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(ui.Groupe49.BackColor, AleaOrdi::kZoneChoisie);
+  EXPECT_EQ(ui.Groupe32.BackColor, AleaOrdi::kZoneAutre);
 }
 
 }  // namespace
