@@ -183,6 +183,20 @@ void FormView::ShowWindow(bool modal) {
     activateWindow();
   visible_ = true;
   Sync();
+  FocusFirstControl();
+}
+
+void FormView::FocusFirstControl() {
+  // The keyboard starts on the window's first control, as on the platform, and
+  // not on the menu or the window that opened it.
+  const QWidget* now = QApplication::focusWidget();
+  if (now && isAncestorOf(now)) return;
+  for (QWidget* w = nextInFocusChain(); w && w != this; w = w->nextInFocusChain())
+    if (isAncestorOf(w) && (w->focusPolicy() & Qt::TabFocus) && w->isEnabled() &&
+        w->isVisibleTo(this) && !w->focusProxy()) {
+      w->setFocus(Qt::TabFocusReason);
+      return;
+    }
 }
 
 QRect FormView::Room() const {

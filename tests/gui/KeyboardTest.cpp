@@ -75,9 +75,9 @@ class KeyboardTest : public ::testing::Test {
 
 TEST_F(KeyboardTest, TabReachesEachKeypadOnceInTheWindowsOrder) {
   TirSaisUi& ui = w().ui();
-  WidgetOf(ui.EffaceNumeros)->setFocus();
+  // The window opens with the keyboard on its first control that takes it:
+  // "Mise à Jour" is disabled, and Tab passes it by.
   ASSERT_EQ(Focused(), WidgetOf(ui.EffaceNumeros));
-  // "Mise à Jour" is disabled: Tab passes it by.
   const std::vector<QWidget*> chain = {WidgetOf(ui.Quitter), WidgetOf(ui.Calendar1),
                                        WidgetOf(ui.Toolbar1), WidgetOf(ui.Toolbar2),
                                        WidgetOf(ui.EffaceNumeros)};
