@@ -24,7 +24,7 @@ void FocusRing::Show(bool shown, const QRect& area) {
 void FocusRing::paintEvent(QPaintEvent*) {
   QPainter p(this);
   const int w = width(), h = height();
-  const int thick = std::max(2, std::min(w, h) / 12);
+  const int thick = std::max(2, std::min({w, h, 48}) / 12);
   auto frame = [&p](QRect r, int t, const QColor& c) {
     p.fillRect(r.left(), r.top(), r.width(), t, c);
     p.fillRect(r.left(), r.bottom() + 1 - t, r.width(), t, c);

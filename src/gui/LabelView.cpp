@@ -15,13 +15,13 @@ LabelView::LabelView(FormView& v, Label& c) : ControlView(v, c), c_(c), w_(new Q
   if (c.Click || c.MouseDown || c.MouseUp) {
     w_->setFocusPolicy(Qt::TabFocus);
     accessible::SetRole(w_, QAccessible::Button);
-    ring_ = new FocusRing(w_);
+    clickable_ = true;
   }
   Watch(w_);
 }
 
 bool LabelView::OnEvent(QObject* watched, QEvent* event) {
-  if (ring_ && watched == w_) {
+  if (clickable_ && watched == w_) {
     switch (event->type()) {
       case QEvent::KeyPress: {
         const auto* e = static_cast<QKeyEvent*>(event);
@@ -35,14 +35,17 @@ bool LabelView::OnEvent(QObject* watched, QEvent* event) {
         break;
       }
       case QEvent::FocusIn:
-      case QEvent::FocusOut: ring_->Show(w_->hasFocus(), w_->rect()); break;
-      case QEvent::Resize:
-        if (ring_->isVisible()) ring_->Show(true, w_->rect());
-        break;
+      case QEvent::FocusOut: ShowRing(); break;
       default: break;
     }
   }
   return ControlView::OnEvent(watched, event);
+}
+
+void LabelView::ShowRing() {
+  // Around the label rather than over its text, which may fill it.
+  if (!ring_ && w_->parentWidget()) ring_ = new FocusRing(w_->parentWidget());
+  if (ring_) ring_->Show(w_->hasFocus(), w_->geometry().adjusted(-3, -3, 3, 3));
 }
 
 void LabelView::Press() {
@@ -58,7 +61,7 @@ void LabelView::SyncOwn() {
   if (first_ || c_.Caption != caption_) {
     caption_ = c_.Caption;
     w_->setText(caption_);
-    if (ring_) w_->setAccessibleName(caption_.simplified());
+    if (clickable_) w_->setAccessibleName(caption_.simplified());
   }
   if (first_ || c_.BackColor != back_ || c_.ForeColor != fore_) {
     back_ = c_.BackColor;

@@ -16,7 +16,7 @@ class LabelView : public ControlView {
   LabelView(FormView& v, Label& c);
   QWidget* Widget() const override;
   bool Lightweight() const override { return true; }
-  bool Focusable() const override { return ring_ != nullptr; }
+  bool Focusable() const override { return clickable_; }
   bool OnEvent(QObject* watched, QEvent* event) override;
   QLabel* TheLabel() const { return w_; }
 
@@ -28,10 +28,12 @@ class LabelView : public ControlView {
   // A click from the keyboard: the button goes down and up at the label's
   // centre, as the mouse's would.
   void Press();
+  void ShowRing();
 
   Label& c_;
   QLabel* w_;
-  FocusRing* ring_ = nullptr;
+  bool clickable_ = false;
+  FocusRing* ring_ = nullptr;  // made at the first focus, beside the label
   bool first_ = true;
   QString caption_;
   unsigned back_ = 0, fore_ = 0;
