@@ -60,7 +60,10 @@ void PictureView::SyncOwn() {
     picture_ = c_.Picture;
     back_ = c_.BackColor;
     w_->update();
-    if (picture_ >= 0) w_->setAccessibleDescription(QStringLiteral("Une boule de loto qui roule"));
+    if (picture_ >= 0 && w_->accessibleName().isEmpty()) {
+      w_->setAccessibleName(QStringLiteral("Animation"));
+      w_->setAccessibleDescription(QStringLiteral("Une boule de loto qui roule"));
+    }
   }
   first_ = false;
 }
