@@ -312,7 +312,7 @@ void FormView::RefreshNow(Control& control) {
 
 void FormView::CloseByFrame() {
   Form* form = &form_;
-  Raise([form] { form->Unload(); });
+  Raise([form] { form->UserClose(); });
 }
 
 void FormView::closeEvent(QCloseEvent* event) {

@@ -148,7 +148,7 @@ GridView::GridView(FormView& v, Grid& c)
     if (model_->HeadRows() > 0) Raise([this, col] { c_.UserClick(0, col); });
   });
   QObject::connect(w_, &QTableView::doubleClicked, Guard(), [this] {
-    if (c_.DblClick) Raise([this] { c_.DblClick(); });
+    if (c_.DblClick) Raise([this] { c_.UserDblClick(); });
   });
   Watch(w_);
   Watch(w_->viewport());

@@ -122,9 +122,7 @@ QToolButton* ToolbarView::MakeButton(int index) {
 }
 
 void ToolbarView::Press(int index) {
-  Raise([this, index] {
-    if (index <= c_.ButtonCount() && c_.ButtonClick) c_.ButtonClick(c_.Buttons(index));
-  });
+  Raise([this, index] { c_.UserClick(index); });
 }
 
 bool ToolbarView::Usable(int index) const {

@@ -50,9 +50,9 @@ void LabelView::ShowRing() {
 
 void LabelView::Press() {
   const QPointF at = QPointF(w_->width() / 2.0, w_->height() / 2.0) * TwipsPerPx();
-  if (c_.MouseDown) Raise([this, at] { c_.MouseDown(1, 0, at.x(), at.y()); });
-  if (c_.MouseUp && !Raise([this, at] { c_.MouseUp(1, 0, at.x(), at.y()); })) return;
-  if (c_.Click) Raise([this] { c_.Click(); });
+  if (c_.MouseDown) Raise([this, at] { c_.UserMouseDown(1, 0, at.x(), at.y()); });
+  if (c_.MouseUp && !Raise([this, at] { c_.UserMouseUp(1, 0, at.x(), at.y()); })) return;
+  if (c_.Click) Raise([this] { c_.UserClick(); });
 }
 
 QWidget* LabelView::Widget() const { return w_; }

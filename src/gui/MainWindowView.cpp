@@ -81,9 +81,7 @@ void MainWindowView::BuildMenus() {
       else
         menuBar()->addAction(e.action);
       QObject::connect(e.action, &QAction::triggered, this, [this, m] {
-        Raise([m] {
-          if (m->Click) m->Click();
-        });
+        Raise([m] { m->UserClick(); });
       });
     }
     e.caption = m->Caption;
@@ -111,9 +109,7 @@ void MainWindowView::BuildToolbar() {
     a->setToolTip(b.ToolTipText);
     Toolbar* target = bar_;
     QObject::connect(a, &QAction::triggered, this, [this, target, i] {
-      Raise([target, i] {
-        if (target->ButtonClick) target->ButtonClick(target->Buttons(i));
-      });
+      Raise([target, i] { target->UserClick(i); });
     });
     tools_.push_back({i, a, b.Image});
   }
@@ -253,13 +249,7 @@ void MainWindowView::closeEvent(QCloseEvent* event) {
   // Closed by its frame: the child windows go, then the main window, then the
   // program ends.
   Form* main = &form_;
-  Program* program = platform_.TheProgram();
-  Raise([main, program] {
-    for (Form* f : program->ExistingForms())
-      if (f != main && f->MDIChild && f->Loaded()) f->Unload();
-    main->Unload();
-    program->End();
-  });
+  Raise([main] { main->UserClose(); });
 }
 
 }  // namespace kuvo

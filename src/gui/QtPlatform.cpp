@@ -21,7 +21,6 @@
 
 #include "core/Errors.h"
 #include "core/Form.h"
-#include "core/MDIKuvo.h"
 #include "core/Program.h"
 #include "gui/DesignPalette.h"
 #include "gui/Desktop.h"
@@ -302,7 +301,8 @@ void QtPlatform::FormLoaded(Form& form) {
     if (old->second.guard) old->second.view->Detach();
     views_.erase(old);
   }
-  if (dynamic_cast<MDIKuvo*>(&form)) {
+  // The main window, first of the program's list, has a view of its own.
+  if (program_ && program_->MainFormIfMade() == &form) {
     auto* view = new MainWindowView(*this, form);
     views_[&form] = {view, view};
   } else {
