@@ -274,6 +274,9 @@ void ChargeMiseJour::Cmd_Importation_Click() {
     const QString chosen = ui().CommonDialog1.FileName;
     QByteArray bytes;
     if (FichierOperateur(chosen, bytes)) return ChargeFichierOperateur(chosen, bytes);
+    // While the operator's file loads, no other file may replace the history
+    // under it.
+    if (!chosen.isEmpty() && M().BaseDonnees && M().BaseDonnees->InUnit()) return DejaEnCours();
   }
   // No control is held past this point: the passes let events through, and the
   // user may close the window meanwhile.
@@ -385,11 +388,7 @@ void ChargeMiseJour::ChargeFichierOperateur(const QString& chosen, const QByteAr
                Mb::Exclamation, QString());
     return;
   }
-  if (db.InUnit()) {
-    sys.MsgBox(QStringLiteral("Une mise à jour de la base de données est déjà en cours."),
-               Mb::Exclamation, QString());
-    return;
-  }
+  if (db.InUnit()) return DejaEnCours();
 
   // The merge, the emptied tables and the compile are one transaction: a
   // failure or the end of the program on the way leaves the old history whole.
@@ -444,6 +443,11 @@ void ChargeMiseJour::ChargeFichierOperateur(const QString& chosen, const QByteAr
   }
   sys.MsgBox(text, Mb::Information | Mb::OkOnly, QString());
   sys.SetMousePointer(Pointer::Default);
+}
+
+void ChargeMiseJour::DejaEnCours() {
+  Sys().MsgBox(QStringLiteral("Une mise à jour de la base de données est déjà en cours."),
+               Mb::Exclamation, QString());
 }
 
 void ChargeMiseJour::Quitter_Click() { Unload(); }

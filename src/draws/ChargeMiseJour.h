@@ -44,6 +44,8 @@ class ChargeMiseJour : public FormOf<ChargeMiseJour, ChargeMiseJourUi> {
   // receives the file.
   bool FichierOperateur(const QString& chosen, QByteArray& bytes);
   void ChargeFichierOperateur(const QString& chosen, const QByteArray& bytes);
+  // The message that refuses a load while another one runs.
+  void DejaEnCours();
 
   // Window variables. A character of the file is one byte: the fields are
   // decoded from UTF-8 only when they go to the store.
