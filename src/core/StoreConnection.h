@@ -44,6 +44,10 @@ struct StoreConnection {
   std::vector<std::shared_ptr<store::TableInfo>> keeping;
   sqlite3_stmt* dataVersion = nullptr;
   std::int64_t lastDataVersion = 0;
+  // The file keeps a write-ahead log, and the writes (by epoch) that the last
+  // checkpoint put into the file itself.
+  bool wal = false;
+  std::int64_t checkpointed = 0;
 
   explicit StoreConnection(sqlite3* handle) : db(handle) {}
   ~StoreConnection();
@@ -75,6 +79,9 @@ struct StoreConnection {
   // Both send the writes waiting in kept rows first.
   void CommitQuietly();
   void Commit();
+  // Copies what the log holds into the file itself, so that the file alone
+  // holds everything committed; nothing when nothing was written since.
+  void Checkpoint();
 
   // Called before each write: opens the transaction that groups writes, and
   // commits one that has been open more than 100 ms or that has only read.
