@@ -12,6 +12,7 @@
 #include "core/Controls.h"
 #include "core/Form.h"
 #include "core/Program.h"
+#include "gui/DesignPalette.h"
 #include "gui/FormView.h"
 #include "gui/Pictures.h"
 #include "gui/QtPlatform.h"
@@ -20,6 +21,8 @@ namespace kuvo {
 
 MainWindowView::MainWindowView(QtPlatform& platform, Form& form)
     : QMainWindow(nullptr), platform_(platform), form_(form) {
+  // The design's light colours, as in every window of the program.
+  setPalette(DesignPalette());
   area_ = new QMdiArea(this);
   area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -66,6 +69,7 @@ void MainWindowView::BuildMenus() {
     MenuEntry e{m, nullptr, nullptr, QString(), true, true, false};
     if (hasChildren(m)) {
       e.submenu = parentMenu ? parentMenu->addMenu(m->Caption) : menuBar()->addMenu(m->Caption);
+      e.submenu->setPalette(DesignPalette());
       e.action = e.submenu->menuAction();
       submenus.emplace_back(m, e.submenu);
     } else if (m->Caption == QLatin1String("-")) {

@@ -21,6 +21,7 @@
 #include "core/Errors.h"
 #include "core/Form.h"
 #include "core/Program.h"
+#include "gui/DesignPalette.h"
 #include "gui/Desktop.h"
 #include "gui/FormView.h"
 #include "gui/MainWindowView.h"
@@ -176,6 +177,8 @@ QWidget* QtPlatform::DialogParent() const {
 int QtPlatform::MsgBox(const QString& prompt, int style, const QString& title) {
   SyncAll();
   QMessageBox box(DialogParent());
+  // The program's messages in the colours of its windows.
+  box.setPalette(DesignPalette());
   box.setWindowTitle(title);
   box.setTextFormat(Qt::PlainText);
   box.setText(Lines(prompt));

@@ -78,6 +78,7 @@ const QStringList kCommands = {
     QStringLiteral("click"), QStringLiteral("type"),        QStringLiteral("key"),
     QStringLiteral("mouse"), QStringLiteral("close"),       QStringLiteral("at-yield"),
     QStringLiteral("get"),   QStringLiteral("dump"),        QStringLiteral("tick"),
+    QStringLiteral("fault"),
 };
 
 }  // namespace
@@ -191,6 +192,10 @@ QString ScriptRunner::Path(const QString& file) const {
 
 void ScriptRunner::Execute(const Line& line) {
   const QString& cmd = line.words[0];
+  if (faultDb_ && !faultArmed_) {
+    sqlite3_progress_handler(faultDb_, 0, nullptr, nullptr);
+    faultDb_ = nullptr;
+  }
   if (cmd == QLatin1String("store")) return StoreCommand(line);
   if (cmd == QLatin1String("sql")) return SqlCommand(line);
   if (cmd == QLatin1String("write")) {
@@ -253,7 +258,29 @@ void ScriptRunner::Execute(const Line& line) {
   if (cmd == QLatin1String("get")) return GetCommand(line);
   if (cmd == QLatin1String("dump")) return DumpCommand(line);
   if (cmd == QLatin1String("tick")) return TickCommand(line);
+  if (cmd == QLatin1String("fault")) return FaultCommand(line);
   UserCommand(line);
+}
+
+// fault store: the program's store fails at its next step in SQLite, as when
+// the disk fails under it: SQLite interrupts the statement it runs then.
+void ScriptRunner::FaultCommand(const Line& line) {
+  Expect(line, 2, 2);
+  if (line.words[1] != QLatin1String("store"))
+    throw ScriptError(line.number, QStringLiteral("fault store"));
+  Database* db = program_->M().BaseDonnees.get();
+  if (!db) throw ScriptError(line.number, QStringLiteral("no store open"));
+  faultDb_ = db->Handle();
+  faultArmed_ = true;
+  sqlite3_progress_handler(
+      faultDb_, 1,
+      [](void* armed) -> int {
+        bool& fire = *static_cast<bool*>(armed);
+        if (!fire) return 0;
+        fire = false;
+        return 1;
+      },
+      &faultArmed_);
 }
 
 // tick FORM.TIMER [N]: the timer's event N times, as the platform raises it at
