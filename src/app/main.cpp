@@ -32,11 +32,11 @@ int main(int argc, char* argv[]) {
   kuvo::QtPlatform platform(folder);
   kuvo::Program program(platform, kuvo::AllWindows());
   platform.Attach(program);
-  try {
-    program.Start();
-  } catch (const kuvo::ProgramEnd&) {
-    return 0;
-  }
-  if (program.Ended()) return 0;
-  return QApplication::exec();
+  // The end of the user's session ends the program as Quit does, without a word.
+  kuvo::SessionEnd session([&platform] { platform.EndSession(); });
+  const int status = platform.Exec();
+  // The views go first; then the program, whose destructors flush the open
+  // files and close the store, so that Kuvo.Mdb alone holds everything.
+  platform.Release();
+  return status;
 }

@@ -6,6 +6,8 @@ namespace kuvo {
 
 QString ErrorText(int number) {
   switch (number) {
+    case Err::OutOfMemory: return QStringLiteral("Mémoire insuffisante");
+    case Err::InternalError: return QStringLiteral("Erreur interne");
     case Err::InvalidCall: return QStringLiteral("Argument ou appel de procédure incorrect");
     case Err::Overflow: return QStringLiteral("Dépassement de capacité");
     case Err::SubscriptOutOfRange:

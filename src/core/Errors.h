@@ -8,6 +8,8 @@ namespace kuvo {
 
 // Error numbers the program raises or catches by number.
 namespace Err {
+constexpr int OutOfMemory = 7;             // Mémoire insuffisante
+constexpr int InternalError = 51;          // Erreur interne
 constexpr int InvalidCall = 5;             // Argument ou appel de procédure incorrect
 constexpr int Overflow = 6;                // Dépassement de capacité
 constexpr int SubscriptOutOfRange = 9;     // L'indice n'appartient pas à la sélection

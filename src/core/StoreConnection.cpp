@@ -117,6 +117,7 @@ void StoreConnection::Setup(bool wal) {
                               nullptr, nullptr);
         rc != SQLITE_OK)
       FailSqlite(sqlite3_extended_errcode(db), false);
+    this->wal = true;
   }
   // A page cache large enough for a long history's group tables, which a
   // compilation reaches all over at every commit.
@@ -164,6 +165,14 @@ void StoreConnection::Commit() {
     const auto [number, text] = JetError(sqlite3_extended_errcode(db), Message(), false);
     Raise(number, text);
   }
+}
+
+void StoreConnection::Checkpoint() {
+  if (!wal || epoch == checkpointed || InTransaction()) return;
+  checkpointed = epoch;
+  // A passive checkpoint waits for no one: with the program's one connection
+  // it copies the whole log; a reader of another connection may hold some back.
+  sqlite3_wal_checkpoint_v2(db, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
 }
 
 void StoreConnection::BeginUnit() {

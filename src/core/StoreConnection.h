@@ -47,6 +47,10 @@ struct StoreConnection {
   std::vector<std::shared_ptr<store::TableInfo>> keeping;
   sqlite3_stmt* dataVersion = nullptr;
   std::int64_t lastDataVersion = 0;
+  // The file keeps a write-ahead log, and the writes (by epoch) that the last
+  // checkpoint put into the file itself.
+  bool wal = false;
+  std::int64_t checkpointed = 0;
 
   explicit StoreConnection(sqlite3* handle) : db(handle) {}
   ~StoreConnection();
@@ -79,6 +83,9 @@ struct StoreConnection {
   // sends them and CommitQuietly does nothing.
   void CommitQuietly();
   void Commit();
+  // Copies what the log holds into the file itself, so that the file alone
+  // holds everything committed; nothing when nothing was written since.
+  void Checkpoint();
 
   // The unit of work: its transaction opened, committed, or undone with every
   // write waiting in kept rows.

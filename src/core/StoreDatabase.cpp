@@ -173,6 +173,9 @@ void Database::CommitPending() {
   c_->Commit();
   // Rows are kept for one event at most.
   c_->ForgetAll();
+  // Between two events the file alone is the whole store, for a copy or a
+  // backup taken meanwhile.
+  c_->Checkpoint();
 }
 
 void Database::BeginUnit() { c_->BeginUnit(); }
@@ -199,6 +202,9 @@ sqlite3* Database::Handle() const {
 void CreateStore(const QString& path, const QString& schemaSql, const QString& historyCsv) {
   const QString exists = QStringLiteral("Le fichier '%1' existe déjà.").arg(path);
   if (QFileInfo::exists(path)) Raise(3204, exists);
+  // A log left beside a deleted store belongs to it, not to the new one.
+  for (const char* suffix : {"-wal", "-shm", "-journal"})
+    QFile::remove(path + QLatin1String(suffix));
   {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {

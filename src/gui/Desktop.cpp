@@ -1,14 +1,18 @@
 #include "gui/Desktop.h"
 
+#include <sys/socket.h>
+#include <unistd.h>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLibraryInfo>
+#include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QStringList>
 #include <QTranslator>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -48,7 +52,41 @@ QTranslator*& Installed() {
   return translator;
 }
 
+// The signal handler writes a byte here; the event loop reads it.
+int signalPipe[2] = {-1, -1};
+
+void OnSignal(int) {
+  const char byte = 1;
+  [[maybe_unused]] const ssize_t n = ::write(signalPipe[0], &byte, 1);
+}
+
+constexpr int kSessionSignals[] = {SIGTERM, SIGHUP, SIGINT};
+
 }  // namespace
+
+SessionEnd::SessionEnd(std::function<void()> end) : end_(std::move(end)) {
+  if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0) return;
+  notifier_ = std::make_unique<QSocketNotifier>(signalPipe[1], QSocketNotifier::Read);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] {
+    char byte;
+    [[maybe_unused]] const ssize_t n = ::read(signalPipe[1], &byte, 1);
+    if (end_) end_();
+  });
+  struct sigaction action = {};
+  action.sa_handler = OnSignal;
+  sigemptyset(&action.sa_mask);
+  action.sa_flags = SA_RESTART;
+  for (int s : kSessionSignals) sigaction(s, &action, nullptr);
+}
+
+SessionEnd::~SessionEnd() {
+  for (int s : kSessionSignals) std::signal(s, SIG_DFL);
+  notifier_.reset();
+  for (int& fd : signalPipe) {
+    if (fd >= 0) ::close(fd);
+    fd = -1;
+  }
+}
 
 QString NoDisplayText() {
   return QStringLiteral(
@@ -103,6 +141,10 @@ QString ApplicationFolder(const QString& programFolder, const QString& userFolde
     return programFolder;
   const QString store = QDir(userFolder).filePath(QLatin1String(kStoreName));
   if (!QFileInfo::exists(store)) {
+    // A log left beside a deleted store would be played again onto the fresh
+    // copy: it goes first, so that a fresh store is the shipped one.
+    for (const char* suffix : {"-wal", "-shm", "-journal"})
+      QFile::remove(store + QLatin1String(suffix));
     const QString shipped = ShippedStore(programFolder);
     if (!shipped.isEmpty() && QDir().mkpath(userFolder) && QFile::copy(shipped, store))
       QFile::setPermissions(

@@ -2,8 +2,11 @@
 
 #include <QLocale>
 #include <QString>
+#include <functional>
+#include <memory>
 
 class QCoreApplication;
+class QSocketNotifier;
 
 // The program's place on a desktop: the graphical session it needs, Qt's own
 // texts in the user's language, the folder of its store and of its reports.
@@ -21,6 +24,20 @@ class DisplayGuard {
   DisplayGuard();
   // The application is up: messages go their usual way again.
   void Started();
+};
+
+// While it lives, SIGTERM, SIGHUP and SIGINT (the session ending, the terminal
+// closing) run `end` from the event loop instead of killing the process.
+class SessionEnd {
+ public:
+  explicit SessionEnd(std::function<void()> end);
+  ~SessionEnd();
+  SessionEnd(const SessionEnd&) = delete;
+  SessionEnd& operator=(const SessionEnd&) = delete;
+
+ private:
+  std::function<void()> end_;
+  std::unique_ptr<QSocketNotifier> notifier_;
 };
 
 // Loads Qt's translations of its dialogs for `locale` (file dialog, printer

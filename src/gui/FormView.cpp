@@ -293,9 +293,9 @@ void FormView::Detach() {
   for (auto it = watched_.begin(); it != watched_.end(); ++it) it.key()->removeEventFilter(this);
   watched_.clear();
   if (sub_) sub_->removeEventFilter(this);
-  QWidget* frame = Frame();
-  frame->hide();
-  frame->deleteLater();
+  // A handler of this window may still be on the stack (it let events through
+  // and the window was closed meanwhile): the platform frees it afterwards.
+  platform_.Dispose(Frame());
 }
 
 void FormView::Focus(Control& control) {

@@ -17,7 +17,6 @@
 #include <QTime>
 #include <QUrl>
 #include <cmath>
-#include <cstdlib>
 
 #include "core/Errors.h"
 #include "core/Form.h"
@@ -51,8 +50,10 @@ QString Lines(QString text) {
 
 QtPlatform::QtPlatform(QString appPath) : appPath_(std::move(appPath)) { clock_.start(); }
 
-QtPlatform::~QtPlatform() {
-  // The program is gone: widgets hidden below (a focus leaving a box) run nothing.
+QtPlatform::~QtPlatform() { Release(); }
+
+void QtPlatform::Release() {
+  // The program is going: widgets hidden below (a focus leaving a box) run nothing.
   program_ = nullptr;
   qtPrinter_.reset();
   printer_.reset();
@@ -66,19 +67,72 @@ QtPlatform::~QtPlatform() {
   for (auto& [form, entry] : views_)
     if (entry.guard) delete entry.guard.data();
   views_.clear();
+  for (const QPointer<QWidget>& w : disposed_) delete w.data();
+  disposed_.clear();
+}
+
+int QtPlatform::Exec() {
+  if (!program_) return 0;
+  Guarded([this] { program_->Start(); });
+  if (program_->Ended()) return 0;
+  QApplication::exec();
+  return 0;
 }
 
 void QtPlatform::Run(const std::function<void()>& handler) {
-  if (!program_) return;
+  if (!program_ || program_->Ended()) return;
+  Guarded([this, &handler] { program_->RunEvent(handler); });
+}
+
+void QtPlatform::Guarded(const std::function<void()>& body) {
+  ++depth_;
   try {
-    program_->RunEvent(handler);
+    body();
   } catch (const ProgramEnd&) {
     // The program has ended; nothing more is run.
   } catch (const VbError& e) {
-    ReportFatal(e.Number(), e.Description());
-    EndProgram();
+    Fail(e.Number(), e.Description());
+  } catch (const std::bad_alloc&) {
+    Fail(Err::OutOfMemory, ErrorText(Err::OutOfMemory));
+  } catch (...) {
+    // Nothing else may cross Qt's event dispatch: an unforeseen failure gets
+    // the report any uncaught error gets.
+    Fail(Err::InternalError, ErrorText(Err::InternalError));
   }
-  SyncAll();
+  --depth_;
+  if (depth_ == 0) {
+    // No handler is running any more: the views taken away meanwhile can go.
+    for (const QPointer<QWidget>& w : disposed_)
+      if (w) w->deleteLater();
+    disposed_.clear();
+  }
+  if (program_ && !program_->Ended()) SyncAll();
+}
+
+void QtPlatform::Fail(int number, const QString& text) {
+  try {
+    ReportFatal(number, text);
+    if (program_) program_->End();
+  } catch (const ProgramEnd&) {
+  } catch (...) {
+    // Ending cannot fail twice: the program is over in any case.
+  }
+}
+
+void QtPlatform::EndSession() {
+  Run([this] { program_->End(); });
+}
+
+void QtPlatform::Dispose(QWidget* frame) {
+  frame->hide();
+  if (depth_ == 0)
+    frame->deleteLater();
+  else
+    disposed_.emplace_back(frame);
+}
+
+void QtPlatform::UnwindIfEnded() const {
+  if (program_ && program_->Ended()) throw ProgramEnd{};
 }
 
 void QtPlatform::SyncAll() {
@@ -162,6 +216,7 @@ int QtPlatform::MsgBox(const QString& prompt, int style, const QString& title) {
   if (wait) QApplication::setOverrideCursor(Qt::ArrowCursor);
   box.exec();
   if (wait) QApplication::restoreOverrideCursor();
+  UnwindIfEnded();
   const auto clicked = box.standardButton(box.clickedButton());
   for (const Choice& c : choices)
     if (c.button == clicked) return c.answer;
@@ -177,6 +232,7 @@ void QtPlatform::DoEvents() {
   lastPump_ = now;
   if (dirty_ || now - lastSync_ >= kSyncEveryNs) SyncAll();
   QCoreApplication::processEvents();
+  UnwindIfEnded();
 }
 
 void QtPlatform::SetMousePointer(int pointer) {
@@ -220,7 +276,10 @@ QString QtPlatform::QtFilter(const QString& filter) {
 
 QString QtPlatform::ShowOpen(const QString& filter) {
   SyncAll();
-  return QFileDialog::getOpenFileName(DialogParent(), QString(), QString(), QtFilter(filter));
+  const QString file =
+      QFileDialog::getOpenFileName(DialogParent(), QString(), QString(), QtFilter(filter));
+  UnwindIfEnded();
+  return file;
 }
 
 QPrinter& QtPlatform::ThePrinter() {
@@ -241,6 +300,7 @@ void QtPlatform::ShowPrinterSetup() {
   SyncAll();
   QPrintDialog dialog(&ThePrinter(), DialogParent());
   dialog.exec();
+  UnwindIfEnded();
 }
 
 Printer& QtPlatform::CurrentPrinter() {
@@ -328,6 +388,7 @@ void QtPlatform::RunModal(Form& form) {
       break;
     }
   dirty_ = true;
+  UnwindIfEnded();
 }
 
 void QtPlatform::QuitModal(const Form& form) {
@@ -373,8 +434,11 @@ void QtPlatform::ReportFatal(int number, const QString& text) {
 }
 
 void QtPlatform::EndProgram() {
-  // What was written is committed by the program before it ends.
-  std::exit(0);
+  // What was written is committed by the program before it ends. Every loop
+  // returns, the outermost last, and the stack unwinds to `main`, whose
+  // destructors close the store and the files.
+  QCoreApplication::exit(0);
+  throw ProgramEnd{};
 }
 
 }  // namespace kuvo

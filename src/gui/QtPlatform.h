@@ -33,8 +33,20 @@ class QtPlatform : public Platform {
   void Attach(Program& program) { program_ = &program; }
   Program* TheProgram() const { return program_; }
 
+  // Starts the program and serves its events until it ends, then lets go of
+  // the windows: the outermost loop returns here, and so does `main`.
+  int Exec();
   // Runs a user event through the program, then brings the views in step.
+  // Any error that reaches it ends the program through the error report.
   void Run(const std::function<void()>& handler);
+  // Ends the program as the end of the user's session does: no window is
+  // unloaded and nothing is asked.
+  void EndSession();
+  // The views let go of the windows and go; the program may then be destroyed.
+  void Release();
+  // Takes a view's window away once no handler of any view is running, so
+  // that no view is freed under its own feet.
+  void Dispose(QWidget* frame);
   // Brings every view in step with its window's state.
   void SyncAll();
 
@@ -94,11 +106,20 @@ class QtPlatform : public Platform {
     QEventLoop* loop;
   };
   void QuitModal(const Form& form);
+  // Runs `body` as an event: what escapes it is reported and ends the program.
+  void Guarded(const std::function<void()>& body);
+  void Fail(int number, const QString& text);
+  // After a nested loop: once the program ended, the handler that opened the
+  // loop unwinds too.
+  void UnwindIfEnded() const;
 
   QString appPath_;
   Program* program_ = nullptr;
   std::map<const Form*, ViewEntry> views_;
   std::vector<ModalLoop> modal_;
+  // Events running on the stack, and the windows waiting for it to empty.
+  int depth_ = 0;
+  std::vector<QPointer<QWidget>> disposed_;
   int pointer_ = 0;
   bool overrideCursor_ = false;
   RandomGenerator random_;
