@@ -46,11 +46,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Put(QStringLiteral("Kuvo.csv"),
       QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)));
   kuvo::ScriptRunner runner(folder->path(), folder->path());
-  runner.RunText(QStringLiteral("start\n"
-                                "menu M_MiseJour\n"
-                                "answer-file Kuvo.csv\n"
-                                "click ChargeMiseJour.Cmd_Importation\n"
-                                "answer-file Kuvo.csv\n"
-                                "click ChargeMiseJour.Cmd_Importation\n"));
+  runner.RunText(
+      QStringLiteral("start\n"
+                     "menu M_MiseJour\n"
+                     "answer-file Kuvo.csv\n"
+                     "click ChargeMiseJour.Cmd_Importation\n"
+                     "answer-file Kuvo.csv\n"
+                     "click ChargeMiseJour.Cmd_Importation\n"));
   return 0;
 }
