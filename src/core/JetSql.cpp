@@ -9,15 +9,17 @@ namespace kuvo {
 
 namespace {
 
-// Jet reads two-digit years 00-29 as 20xx and 30-99 as 19xx.
-int FullYear(const QString& digits) {
+// A two-digit year is the year with those last digits in the hundred years
+// from the current year minus 80 to the current year plus 19.
+int FullYear(const QString& digits, int currentYear) {
   const int year = digits.toInt();
   if (digits.size() > 2) return year;
-  return year < 30 ? 2000 + year : 1900 + year;
+  const int first = currentYear - 80;
+  return first + ((year - first) % 100 + 100) % 100;
 }
 
 // The body of a #...# literal as an ISO date text.
-QString DateLiteral(const QString& body) {
+QString DateLiteral(const QString& body, int currentYear) {
   static const QRegularExpression pattern(
       QStringLiteral("^\\s*([0-9]{1,4})[\\s/.-]+([0-9]{1,2})[\\s/.-]+([0-9]{1,4})\\s*$"));
   const QRegularExpressionMatch m = pattern.match(body);
@@ -26,7 +28,8 @@ QString DateLiteral(const QString& body) {
     if (m.captured(1).size() == 4)
       date = QDate(m.captured(1).toInt(), m.captured(2).toInt(), m.captured(3).toInt());
     else
-      date = QDate(FullYear(m.captured(3)), m.captured(1).toInt(), m.captured(2).toInt());
+      date =
+          QDate(FullYear(m.captured(3), currentYear), m.captured(1).toInt(), m.captured(2).toInt());
   }
   if (!date.isValid())
     Raise(3075, QStringLiteral("Erreur de syntaxe dans la date de l'expression '#%1#'.").arg(body));
@@ -35,7 +38,7 @@ QString DateLiteral(const QString& body) {
 
 // Rewrites the literals: "text" and #date# become single-quoted SQLite texts;
 // 'text' and [name] are copied as they are.
-QString RewriteLiterals(const QString& s) {
+QString RewriteLiterals(const QString& s, int currentYear) {
   QString out;
   out.reserve(s.size() + 16);
   const qsizetype n = s.size();
@@ -89,7 +92,8 @@ QString RewriteLiterals(const QString& s) {
         out += QStringView(s).mid(i);
         break;
       }
-      out += QLatin1Char('\'') + DateLiteral(s.mid(i + 1, j - i - 1)) + QLatin1Char('\'');
+      out +=
+          QLatin1Char('\'') + DateLiteral(s.mid(i + 1, j - i - 1), currentYear) + QLatin1Char('\'');
       i = j + 1;
     } else {
       out += c;
@@ -101,7 +105,7 @@ QString RewriteLiterals(const QString& s) {
 
 }  // namespace
 
-JetTranslation TranslateJet(const QString& statement) {
+JetTranslation TranslateJet(const QString& statement, int currentYear) {
   static const QRegularExpression deleteStar(QStringLiteral("^\\s*delete\\s*\\*\\s*from\\b"),
                                              QRegularExpression::CaseInsensitiveOption);
   static const QRegularExpression selectStar(QStringLiteral("^\\s*select\\s*\\*\\s*"),
@@ -130,7 +134,7 @@ JetTranslation TranslateJet(const QString& statement) {
       head = QStringLiteral("select * ");
     }
   }
-  result.sql = head + RewriteLiterals(rest);
+  result.sql = head + RewriteLiterals(rest, currentYear);
   return result;
 }
 

@@ -17,11 +17,12 @@ struct JetTranslation {
 // Rewrites a Jet statement:
 //  - "DELETE * FROM T" -> "DELETE FROM T";
 //  - "select* from" -> "select * from", and "select * from T ..." -> "select rowid,* from T ...";
-//  - date literals #mm dd yy#, #mm/dd/yyyy# (month, day, year; years 00-29 are
-//    20xx, 30-99 are 19xx) and #yyyy-mm-dd# -> 'YYYY-MM-DD';
+//  - date literals #mm dd yy#, #mm/dd/yyyy# (month, day, year) and #yyyy-mm-dd#
+//    -> 'YYYY-MM-DD'; a two-digit year falls in the hundred years from
+//    `currentYear` - 80 to `currentYear` + 19, so the window slides with the clock;
 //  - "text" -> 'text' (a doubled "" inside becomes ", a ' is doubled).
 // Single-quoted literals and [bracketed] names are left as they are. A date
 // literal that is not a date raises 3075.
-JetTranslation TranslateJet(const QString& statement);
+JetTranslation TranslateJet(const QString& statement, int currentYear);
 
 }  // namespace kuvo

@@ -130,6 +130,8 @@ void MDIKuvo::MDIForm_Load() {
   if (!m.CheminAppli.endsWith(QLatin1Char('/')) && !m.CheminAppli.endsWith(QLatin1Char('\\')))
     m.CheminAppli += QLatin1Char('/');
   m.BaseDonnees = Database::OpenDatabase(m.CheminAppli + QStringLiteral("Kuvo.Mdb"));
+  // Two-digit years in statements are read around the platform's date.
+  m.BaseDonnees->SetClock([&sys = Sys()] { return sys.Today(); });
   m.RsSorties = m.BaseDonnees->OpenRecordset(QStringLiteral("Sorties"));
   m.RsMesNumeros = m.BaseDonnees->OpenRecordset(QStringLiteral("MesNumeros"));
   m.RsSorties->SetIndex(QStringLiteral("DateTirage"));

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <functional>
 #include <memory>
 
 #include "core/Errors.h"
@@ -97,10 +98,16 @@ class Database {
   // The SQLite handle, every write made so far sent to it.
   sqlite3* Handle() const;
 
+  // The clock that places the two-digit year of a date literal in its
+  // century; the machine's date until the program gives its own.
+  void SetClock(std::function<QDate()> today);
+
  private:
   friend void CreateStore(const QString& path, const QString& schemaSql, const QString& historyCsv);
   Database();
+  int CurrentYear() const;
   std::shared_ptr<StoreConnection> c_;
+  std::function<QDate()> today_;
 };
 
 // Creates a store file from the schema (the file must not exist); when

@@ -38,6 +38,10 @@ bool StartsWithWord(const QString& text, QLatin1String word) {
 
 Database::Database() = default;
 
+void Database::SetClock(std::function<QDate()> today) { today_ = std::move(today); }
+
+int Database::CurrentYear() const { return (today_ ? today_() : QDate::currentDate()).year(); }
+
 Database::~Database() {
   if (c_) c_->CommitQuietly();
 }
@@ -82,7 +86,7 @@ std::shared_ptr<Recordset> Database::OpenRecordset(const QString& source) {
   c.FlushAll();
   JetTranslation jet;
   try {
-    jet = TranslateJet(source);
+    jet = TranslateJet(source, CurrentYear());
   } catch (const VbError& e) {
     c.Fail(e.Number(), e.Description());
   }
@@ -131,7 +135,7 @@ void Database::Execute(const QString& statement) {
   StoreConnection& c = *c_;
   JetTranslation jet;
   try {
-    jet = TranslateJet(statement);
+    jet = TranslateJet(statement, CurrentYear());
   } catch (const VbError& e) {
     c.Fail(e.Number(), e.Description());
   }

@@ -1,64 +1,15 @@
 #pragma once
 
 // Turns the operator's history files, in any of the layouts it has published
-// since October 2008, into the one file the import window reads.
+// since October 2008, into the one file the import window reads. The reader and
+// its checks are those of the import window (core/OperatorFiles.h).
 
-#include <QByteArray>
-#include <QDate>
 #include <QString>
 #include <QStringList>
-#include <array>
-#include <exception>
-#include <map>
-#include <vector>
+
+#include "core/OperatorFiles.h"
 
 namespace kuvo::convert {
-
-// The columns of table Kuvo in their order: the header of the written file.
-const QStringList& KuvoColumns();
-
-// A conversion that cannot go on; the text says in French where and why.
-class ConvertError : public std::exception {
- public:
-  explicit ConvertError(QString text) : text_(std::move(text)), utf8_(text_.toUtf8()) {}
-  const QString& Text() const { return text_; }
-  const char* what() const noexcept override { return utf8_.constData(); }
-
- private:
-  QString text_;
-  QByteArray utf8_;
-};
-
-// One draw read from a file, with the fields to write for it.
-struct Draw {
-  QDate date;
-  std::array<int, 5> numbers{};  // in draw order
-  int chance = 0;
-  QByteArray text;  // its line of the written file, UTF-8, without the line feed
-  QString file;     // where it was read, for the messages
-  int line = 0;
-};
-
-// Reads every draw of one history file. `name` is the file as the user named
-// it; `bytes` its contents. A bad file or line raises ConvertError.
-std::vector<Draw> ReadHistory(const QString& name, const QByteArray& bytes);
-
-// The draws of several files, one per date. A date met again with the same
-// numbers is the same draw and is kept once, as first met; with other numbers
-// it raises ConvertError naming both places.
-class History {
- public:
-  void Add(std::vector<Draw> draws);
-  bool Empty() const { return byDate_.empty(); }
-  size_t Size() const { return byDate_.size(); }
-  QDate First() const;
-  QDate Last() const;
-  // The file the import reads: header, then one line per draw, newest first.
-  QByteArray Render() const;
-
- private:
-  std::map<QDate, Draw> byDate_;
-};
 
 // The command: `args` without the program's name, relative paths taken from
 // `folder`. The summary goes to `out`, a message to `err`. Returns the exit
