@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "Convert.h"
+#include "core/OperatorFiles.h"
 
 namespace kuvo::fuzz {
 

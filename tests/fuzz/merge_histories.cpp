@@ -5,8 +5,8 @@
 #include <QString>
 #include <cstdint>
 
-#include "Convert.h"
 #include "FuzzCheck.h"
+#include "core/OperatorFiles.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using namespace kuvo::convert;
