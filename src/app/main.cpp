@@ -15,7 +15,7 @@ int main(int argc, char* argv[]) {
   QApplication app(argc, argv);
   display.Started();
   QApplication::setApplicationName(QStringLiteral("Kuvo"));
-  QApplication::setApplicationVersion(QStringLiteral("2.0.0"));
+  QApplication::setApplicationVersion(QStringLiteral(KUVO_VERSION));
   QApplication::setDesktopFileName(QStringLiteral("kuvo"));
   // The program ends through its own Quit, never by a window left alone.
   QApplication::setQuitOnLastWindowClosed(false);

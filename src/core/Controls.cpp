@@ -39,7 +39,7 @@ bool Control::Focusable() const {
   if (!form_.Loaded() || !form_.Visible || !form_.Enabled) return false;
   // A child window goes out of sight with the main window.
   if (form_.MDIChild) {
-    const Form* main = form_.App().FormByName(QStringLiteral("MDIKuvo"), false);
+    const Form* main = form_.App().MainFormIfMade();
     if (!main || !main->Visible) return false;
   }
   for (const Control* c = this; c; c = c->Container)
@@ -63,6 +63,33 @@ void Control::SetFocus() {
 
 void Control::Refresh() { form_.Sys().RefreshControl(*this); }
 
+void Control::UserClick() {
+  if (Click) Click();
+}
+
+void Control::UserDblClick() {
+  if (DblClick) DblClick();
+}
+
+Int16 Control::UserKey(Int16 keyAscii) {
+  if (KeyPress) KeyPress(keyAscii);
+  return keyAscii;
+}
+
+void Control::UserMouseDown(Int16 button, Int16 shift, double x, double y) {
+  if (MouseDown) MouseDown(button, shift, x, y);
+}
+
+void Control::UserMouseUp(Int16 button, Int16 shift, double x, double y) {
+  if (MouseUp) MouseUp(button, shift, x, y);
+}
+
+void Control::UserMouseMove(Int16 button, Int16 shift, double x, double y) {
+  if (MouseMove) MouseMove(button, shift, x, y);
+}
+
+void Control::UserFocus() { form_.ActiveControl = this; }
+
 void Label::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Caption"), PropValue::Text(Caption));
   sink(QStringLiteral("BackColor"), PropValue::Colour(BackColor));
@@ -75,6 +102,21 @@ void CommandButton::DescribeOwn(const PropertySink& sink) const {
 
 void TextBox::DescribeOwn(const PropertySink& sink) const {
   sink(QStringLiteral("Text"), PropValue::Text(Text));
+}
+
+void TextBox::UserType(const QString& text) {
+  Text = text;
+  if (Change) Change();
+}
+
+void TextBox::UserKeyAtEnd(Int16 keyAscii) {
+  const Int16 key = UserKey(keyAscii);
+  if (key == 0 || Locked) return;
+  if (key == 8) {
+    if (!Text.isEmpty()) UserType(Text.chopped(1));
+  } else if (key >= 32) {
+    UserType(Text + QChar(key));
+  }
 }
 
 void ListControl::AddItem(const QString& item) {
@@ -132,6 +174,11 @@ void ListControl::UserPress(int index, Int16 button, Int16 shift, double x, doub
   // Click may have unloaded the window, and this control with it.
   if (!form.Loaded() || form.Generation() != generation) return;
   if (MouseDown) MouseDown(button, shift, x, y);
+}
+
+void ListControl::UserType(const QString& text) {
+  Text = text;
+  if (Change) Change();
 }
 
 void ListControl::DescribeOwn(const PropertySink& sink) const {
@@ -393,6 +440,13 @@ ToolbarButton& Toolbar::AddButton(const QString& key, int image, int style) {
   buttons_.push_back(b);
   ++Revision;
   return buttons_.back();
+}
+
+void Toolbar::UserClick(int index) {
+  if (index < 1 || index > ButtonCount()) return;
+  const ToolbarButton& b = buttons_[static_cast<size_t>(index - 1)];
+  if (b.Style == 3 || !b.Enabled || !ButtonClick) return;
+  ButtonClick(Buttons(index));
 }
 
 void Toolbar::MakeKeypad(int keys) {

@@ -74,6 +74,21 @@ class Control {
   void SetFocus();
   // Pushes the control's state to the screen at once.
   void Refresh();
+  // What the user does to a control. The views and the scenario driver both
+  // come through these, so that a scenario runs the path of the real program.
+  // A click raises Click; option buttons, check boxes, grids and toolbars
+  // have their own.
+  virtual void UserClick();
+  void UserDblClick();
+  // A key typed on the control: KeyPress sees it first and may change it or
+  // take it away (0). Returns what it left, which the control then takes.
+  Int16 UserKey(Int16 keyAscii);
+  void UserMouseDown(Int16 button, Int16 shift, double x, double y);
+  void UserMouseUp(Int16 button, Int16 shift, double x, double y);
+  void UserMouseMove(Int16 button, Int16 shift, double x, double y);
+  // The user put the focus on the control: it becomes its window's active one.
+  void UserFocus();
+
   // Sets position and size at once, in twips.
   void Move(int left, int top, int width, int height) {
     Left = left;
@@ -140,6 +155,12 @@ class TextBox : public Control {
   QString Text;
   bool MultiLine = false;
   bool Locked = false;
+  // The text as the user's typing left it: Text follows, then Change.
+  void UserType(const QString& text);
+  // A key typed at the end of the text, as the scenario driver types: what
+  // KeyPress lets through goes into the text (a backspace takes the last
+  // character), then Change. A locked box takes nothing.
+  void UserKeyAtEnd(Int16 keyAscii);
 
  protected:
   void DescribeOwn(const PropertySink& sink) const override;
@@ -166,6 +187,8 @@ class ListControl : public Control {
   // A mouse press by the user on item `index` (-1 for none, below the items):
   // the pick moves there first, with Click when it changed, then MouseDown.
   void UserPress(int index, Int16 button, Int16 shift, double x, double y);
+  // Text typed in an editable combo: Text follows, then Change.
+  void UserType(const QString& text);
 
   QStringList List;
   QString Text;
@@ -200,7 +223,7 @@ class OptionButton : public Control {
   void SetValue(bool value);
   // A click by the user: the option goes on, the others of its container off,
   // then Click, even when it was already on.
-  void UserClick();
+  void UserClick() override;
 
  protected:
   void DescribeOwn(const PropertySink& sink) const override;
@@ -213,7 +236,7 @@ class CheckBox : public Control {
   QString Caption;
   int Value = 0;  // 0 unchecked, 1 checked
   // A click by the user: the box turns over, then Click.
-  void UserClick();
+  void UserClick() override;
 
  protected:
   void DescribeOwn(const PropertySink& sink) const override;
@@ -357,6 +380,7 @@ class Grid : public Control {
   // A click by the user on a cell: Row and Col go there, then Click. A click
   // on a fixed row or column raises Click and moves neither.
   void UserClick(int row, int col);
+  using Control::UserClick;
 
  protected:
   void DescribeOwn(const PropertySink& sink) const override;
@@ -396,6 +420,10 @@ class Toolbar : public Control {
   void MakeKeypad(int keys);
   bool IsKeypad = false;
   int Revision = 0;  // raised by every change, for the view
+  // A click by the user on button `index`, from 1: ButtonClick with it. A
+  // separator or a disabled button runs nothing.
+  void UserClick(int index);
+  using Control::UserClick;
 
   std::function<void(ToolbarButton& button)> ButtonClick;
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "core/MDIKuvo.h"
 #include "core/Platform.h"
 #include "core/Program.h"
 
@@ -70,6 +69,13 @@ void Form::Unload() {
   controls_.clear();
 }
 
+void Form::UserClose() {
+  if (&App().MainForm() == this)
+    App().Quit();
+  else
+    Unload();
+}
+
 void Form::Unregister(Control* control) {
   auto it = std::find(controls_.begin(), controls_.end(), control);
   if (it != controls_.end()) controls_.erase(it);
@@ -104,7 +110,15 @@ void Form::Describe(const PropertySink& sink) const {
 }
 
 void Form::PlaceAsChild() {
-  const double toolbar = program_.Win<MDIKuvo>().ui().Toolbar2.Height;
+  // The main window's toolbar, the main window loading first when it is not.
+  Form& main = program_.MainForm();
+  main.EnsureLoaded();
+  double toolbar = 0;
+  for (const Control* c : main.Controls())
+    if (c->Kind() == ControlKind::Toolbar) {
+      toolbar = c->Height;
+      break;
+    }
   Top = (Sys().ScreenHeight() - 4 * toolbar - Height) / 2;
   Left = (Sys().ScreenWidth() - Width) / 2;
 }

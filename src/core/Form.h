@@ -37,6 +37,9 @@ class Form {
   // Unloads the window: its controls go, its variables stay.
   void Unload();
   bool Modal() const { return modal_; }
+  // The user closes the window by its frame. No handler of the window hears
+  // it: a child window unloads; the main window ends the program (Program::Quit).
+  void UserClose();
 
   // Properties of the window, restored by every load from the design.
   QString Caption;

@@ -178,10 +178,7 @@ void MDIKuvo::M_FichierImprimante_Click() {
 
 void MDIKuvo::M_FichierQuitter_Click() {
   // The child windows go with the main window.
-  for (Form* form : App().ExistingForms())
-    if (form != this && form->MDIChild && form->Loaded()) form->Unload();
-  Unload();
-  App().End();
+  App().Quit();
 }
 
 void MDIKuvo::M_GestionSaisie_Click() {

@@ -1,8 +1,6 @@
 #include "core/Program.h"
 
-#include "core/Avance.h"
 #include "core/Form.h"
-#include "core/MDIKuvo.h"
 #include "core/Module1.h"
 #include "core/Platform.h"
 #include "core/TextFiles.h"
@@ -54,9 +52,22 @@ QStringList Program::FormNames() const {
   return names;
 }
 
+Form& Program::MainForm() {
+  Form* main = FormByName(QLatin1String(windows_.front().name), true);
+  if (!main) Raise(Err::ObjectNotSet);
+  return *main;
+}
+
+Form* Program::MainFormIfMade() const {
+  const QLatin1String name(windows_.front().name);
+  for (auto& [type, form] : forms_)
+    if (form->Name() == name) return form.get();
+  return nullptr;
+}
+
 void Program::Start() {
   RunEvent([this] {
-    MDIKuvo& main = Win<MDIKuvo>();
+    Form& main = MainForm();
     main.Load();
     if (main.Loaded()) main.Show();
   });
@@ -80,6 +91,14 @@ void Program::RunEvent(const std::function<void()>& handler) {
     platform_.ReportFatal(e.Number(), e.Description());
     End();
   }
+}
+
+void Program::Quit() {
+  Form& main = MainForm();
+  for (Form* form : ExistingForms())
+    if (form != &main && form->MDIChild && form->Loaded()) form->Unload();
+  main.Unload();
+  End();
 }
 
 void Program::End() {

@@ -56,12 +56,19 @@ class Program {
   std::vector<Form*> ExistingForms() const;
   // The names of all windows the program has.
   QStringList FormNames() const;
+  // The main window, the first of the list, made on first use; null from
+  // MainFormIfMade while it is not made.
+  Form& MainForm();
+  Form* MainFormIfMade() const;
 
   // Starts the program: the main window loads and shows.
   void Start();
   // Runs a user event. An error nothing caught becomes the platform's report and
   // ends the program; what was written is committed first.
   void RunEvent(const std::function<void()>& handler);
+  // Quits: the child windows unload, then the main window, then the program
+  // ends. Nothing is asked and no handler of the windows runs.
+  [[noreturn]] void Quit();
   // Ends the program at once (the Quit path and fatal errors).
   [[noreturn]] void End();
   bool Ended() const { return ended_; }

@@ -95,6 +95,15 @@ class Database {
   // that Seek kept in memory during the event.
   void CommitPending();
 
+  // A unit of work: from BeginUnit to CommitUnit every write goes into one
+  // transaction, which no commit above ends. RollbackUnit, or the end of the
+  // program or of this object before CommitUnit, leaves the file as it was at
+  // BeginUnit; so does a crash at any moment. A failed CommitUnit rolls back.
+  void BeginUnit();
+  void CommitUnit();
+  void RollbackUnit();
+  bool InUnit() const;
+
   // The SQLite handle, every write made so far sent to it.
   sqlite3* Handle() const;
 

@@ -93,6 +93,7 @@ std::pair<int, QString> JetError(int code, const QString& message, bool prepared
 }
 
 StoreConnection::~StoreConnection() {
+  if (unit) RollbackUnit();
   CommitQuietly();
   for (auto& entry : statements) sqlite3_finalize(entry.second);
   sqlite3_close_v2(db);
@@ -144,7 +145,7 @@ sqlite3_stmt* StoreConnection::Prepare(const std::string& sql) {
 }
 
 void StoreConnection::CommitQuietly() {
-  if (!InTransaction()) return;
+  if (unit || !InTransaction()) return;
   try {
     FlushAll();
   } catch (const VbError&) {
@@ -156,12 +157,61 @@ void StoreConnection::CommitQuietly() {
 void StoreConnection::Commit() {
   if (!InTransaction()) return;
   FlushAll();
+  if (unit) return;
   const int rc = sqlite3_step(commit);
   sqlite3_reset(commit);
   if (rc != SQLITE_DONE) {
     const auto [number, text] = JetError(sqlite3_extended_errcode(db), Message(), false);
     Raise(number, text);
   }
+}
+
+void StoreConnection::BeginUnit() {
+  if (unit)
+    Fail(3000, QStringLiteral("Erreur du moteur de base de données (une transaction est "
+                              "déjà ouverte)."));
+  // What the event wrote before the unit stands on its own.
+  Commit();
+  ++epoch;
+  Step(begin);
+  sqlite3_reset(begin);
+  txStart = Clock::now();
+  readOnly = false;
+  unit = true;
+  CheckOthers();
+}
+
+void StoreConnection::CommitUnit() {
+  if (!unit) return;
+  try {
+    UnitGoesOn();
+    FlushAll();
+  } catch (const VbError&) {
+    RollbackUnit();
+    throw;
+  }
+  const int rc = sqlite3_step(commit);
+  sqlite3_reset(commit);
+  if (rc != SQLITE_DONE) {
+    const auto [number, text] = JetError(sqlite3_extended_errcode(db), Message(), false);
+    RollbackUnit();
+    Raise(number, text);
+  }
+  unit = false;
+}
+
+void StoreConnection::RollbackUnit() {
+  DropAll();
+  if (InTransaction()) sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+  unit = false;
+  // Every set reads its rows again.
+  ++epoch;
+  ++otherWrites;
+}
+
+void StoreConnection::DropAll() {
+  for (const auto& t : keeping) t->kept.pending.clear();
+  ForgetAll();
 }
 
 void StoreConnection::Keeping(TableInfo& t) {

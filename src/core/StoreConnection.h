@@ -28,6 +28,9 @@ struct StoreConnection {
   QHash<QString, std::shared_ptr<store::TableInfo>> tables;
   // CreateStore fills a new file in one transaction.
   bool holdCommits = false;
+  // A unit of work is open (Database::BeginUnit): its one transaction is ended
+  // by the unit alone, and rolled back unless the unit commits it.
+  bool unit = false;
   Clock::time_point txStart;
   sqlite3_stmt* begin = nullptr;
   sqlite3_stmt* beginRead = nullptr;
@@ -72,14 +75,29 @@ struct StoreConnection {
 
   bool InTransaction() const { return !sqlite3_get_autocommit(db); }
 
-  // Both send the writes waiting in kept rows first.
+  // Both send the writes waiting in kept rows first. Inside a unit, Commit only
+  // sends them and CommitQuietly does nothing.
   void CommitQuietly();
   void Commit();
+
+  // The unit of work: its transaction opened, committed, or undone with every
+  // write waiting in kept rows.
+  void BeginUnit();
+  void CommitUnit();
+  void RollbackUnit();
+  // SQLite ends a transaction by itself on some failures: a unit whose
+  // transaction is gone cannot go on.
+  void UnitGoesOn() {
+    if (!InTransaction())
+      Fail(3000, QStringLiteral("Erreur du moteur de base de données "
+                                "(la transaction a été annulée)."));
+  }
 
   // Called before each write: opens the transaction that groups writes, and
   // commits one that has been open more than 100 ms or that has only read.
   void BeforeWrite() {
     ++epoch;
+    if (unit) return UnitGoesOn();
     if (InTransaction()) {
       if (!readOnly && (holdCommits || Clock::now() - txStart < std::chrono::milliseconds(100)))
         return;
@@ -96,6 +114,7 @@ struct StoreConnection {
   // a walk over many rows takes the file's locks once instead of once a row. It
   // ends with the next commit, at the latest at the end of the event.
   void BeforeRead() {
+    if (unit) return UnitGoesOn();
     if (InTransaction()) return;
     Step(beginRead);
     sqlite3_reset(beginRead);
@@ -108,6 +127,8 @@ struct StoreConnection {
   void Keeping(store::TableInfo& t);
   void FlushAll();
   void ForgetAll();
+  // Drops every kept row without sending what waits in them.
+  void DropAll();
   // Drops the kept rows when another connection committed since the last look.
   void CheckOthers();
 

@@ -43,7 +43,9 @@ void Database::SetClock(std::function<QDate()> today) { today_ = std::move(today
 int Database::CurrentYear() const { return (today_ ? today_() : QDate::currentDate()).year(); }
 
 Database::~Database() {
-  if (c_) c_->CommitQuietly();
+  if (!c_) return;
+  if (c_->unit) c_->RollbackUnit();
+  c_->CommitQuietly();
 }
 
 std::unique_ptr<Database> Database::OpenDatabase(const QString& path) {
@@ -172,6 +174,19 @@ void Database::CommitPending() {
   // Rows are kept for one event at most.
   c_->ForgetAll();
 }
+
+void Database::BeginUnit() { c_->BeginUnit(); }
+
+void Database::CommitUnit() {
+  c_->CommitUnit();
+  c_->ForgetAll();
+}
+
+void Database::RollbackUnit() {
+  if (c_->unit) c_->RollbackUnit();
+}
+
+bool Database::InUnit() const { return c_->unit; }
 
 sqlite3* Database::Handle() const {
   c_->FlushAll();

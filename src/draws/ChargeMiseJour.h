@@ -39,6 +39,14 @@ class ChargeMiseJour : public FormOf<ChargeMiseJour, ChargeMiseJourUi> {
   void DescribeVariables(const PropertySink& sink) const override;
 
  private:
+  // The operator's own files take their own path: read and checked as the
+  // converter reads them, merged with the history in one unit of work. `bytes`
+  // receives the file.
+  bool FichierOperateur(const QString& chosen, QByteArray& bytes);
+  void ChargeFichierOperateur(const QString& chosen, const QByteArray& bytes);
+  // The message that refuses a load while another one runs.
+  void DejaEnCours();
+
   // Window variables. A character of the file is one byte: the fields are
   // decoded from UTF-8 only when they go to the store.
   QByteArray LigneTexte;     // the current line of text

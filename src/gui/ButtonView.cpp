@@ -10,7 +10,7 @@ ButtonView::ButtonView(FormView& v, CommandButton& c)
     : ControlView(v, c), c_(c), w_(new QPushButton(&v)) {
   w_->setAutoDefault(false);
   QObject::connect(w_, &QPushButton::clicked, Guard(), [this] {
-    if (c_.Click) Raise([this] { c_.Click(); });
+    if (c_.Click) Raise([this] { c_.UserClick(); });
   });
   Watch(w_);
 }

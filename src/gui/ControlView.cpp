@@ -124,34 +124,35 @@ bool ControlView::OnEvent(QObject* watched, QEvent* event) {
       if (event->type() == QEvent::MouseButtonPress) {
         if (c_.MouseDown) {
           const Int16 b = ButtonCode(e->button());
-          Raise([this, b, shift, at] { c_.MouseDown(b, shift, at.x(), at.y()); });
+          Raise([this, b, shift, at] { c_.UserMouseDown(b, shift, at.x(), at.y()); });
         }
       } else if (event->type() == QEvent::MouseButtonRelease) {
         const Int16 b = ButtonCode(e->button());
-        if (c_.MouseUp && !Raise([this, b, shift, at] { c_.MouseUp(b, shift, at.x(), at.y()); }))
+        if (c_.MouseUp &&
+            !Raise([this, b, shift, at] { c_.UserMouseUp(b, shift, at.x(), at.y()); }))
           return true;
         auto* w = qobject_cast<QWidget*>(watched);
         if (ClickFromMouse() && e->button() == Qt::LeftButton && w &&
             w->rect().contains(e->position().toPoint()) && c_.Click)
-          Raise([this] { c_.Click(); });
+          Raise([this] { c_.UserClick(); });
       } else if (c_.MouseMove) {
         const Int16 b = ButtonCode(e->buttons());
-        Raise([this, b, shift, at] { c_.MouseMove(b, shift, at.x(), at.y()); });
+        Raise([this, b, shift, at] { c_.UserMouseMove(b, shift, at.x(), at.y()); });
       }
       return false;
     }
     case QEvent::MouseButtonDblClick:
-      if (ClickFromMouse() && c_.DblClick) Raise([this] { c_.DblClick(); });
+      if (ClickFromMouse() && c_.DblClick) Raise([this] { c_.UserDblClick(); });
       return false;
     case QEvent::KeyPress: {
       if (!c_.KeyPress) return false;
       const int ascii = KeyAscii(static_cast<QKeyEvent*>(event));
       if (ascii == 0) return false;
       Int16 key = static_cast<Int16>(ascii);
-      if (!Raise([this, &key] { c_.KeyPress(key); })) return true;
+      if (!Raise([this, &key] { key = c_.UserKey(key); })) return true;
       return key == 0;
     }
-    case QEvent::FocusIn: c_.Parent().ActiveControl = &c_; return false;
+    case QEvent::FocusIn: c_.UserFocus(); return false;
     default: return false;
   }
 }

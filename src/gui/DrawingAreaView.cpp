@@ -4,6 +4,8 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "core/Form.h"
+#include "gui/Accessible.h"
 #include "gui/FormView.h"
 
 namespace kuvo {
@@ -50,6 +52,18 @@ class DrawingAreaWidget : public QWidget {
 
 DrawingAreaView::DrawingAreaView(FormView& v, DrawingArea& c)
     : ControlView(v, c), c_(c), w_(new DrawingAreaWidget(&v, &c)) {
+  accessible::SetRole(w_, QAccessible::Chart);
+  w_->setAccessibleName(QStringLiteral("Graphique"));
+  // The label along the area's top edge is where the window says what lies
+  // under the pointer: it describes the area to a screen reader.
+  for (Control* other : v.TheForm().Controls()) {
+    if (other->Kind() != ControlKind::Label || other->Container != c.Container) continue;
+    const int bottom = other->Top + other->Height;
+    const int across =
+        std::min(other->Left + other->Width, c.Left + c.Width) - std::max(other->Left, c.Left);
+    if (bottom <= c.Top && bottom >= c.Top - 120 && across * 2 >= c.Width)
+      caption_ = static_cast<const Label*>(other);
+  }
   Watch(w_);
 }
 
@@ -66,6 +80,10 @@ QPointF DrawingAreaView::Units(QObject*, QPointF pos) const {
 }
 
 void DrawingAreaView::SyncOwn() {
+  const QString said = caption_ && !caption_->Caption.trimmed().isEmpty()
+                           ? caption_->Caption.simplified()
+                           : QStringLiteral("Barres des numéros");
+  if (w_->accessibleDescription() != said) w_->setAccessibleDescription(said);
   const double twipsPerPx = TwipsPerPx();
   if (c_.Revision() != revision_ || c_.BackColor != back_ || c_.BorderStyle != border_ ||
       twipsPerPx != w_->twipsPerPx) {

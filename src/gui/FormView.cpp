@@ -17,6 +17,7 @@
 #include "gui/CalendarView.h"
 #include "gui/ChoiceViews.h"
 #include "gui/ControlView.h"
+#include "gui/DesignPalette.h"
 #include "gui/DrawingAreaView.h"
 #include "gui/FrameView.h"
 #include "gui/GridView.h"
@@ -81,6 +82,10 @@ std::unique_ptr<ControlView> MakeView(FormView& v, Control& c) {
 
 FormView::FormView(QtPlatform& platform, Form& form)
     : QWidget(nullptr), platform_(platform), form_(form) {
+  // The window keeps the design's light colours on any desktop, and paints
+  // them itself, being drawn inside a frame of the main window's colours.
+  setPalette(DesignPalette());
+  setAutoFillBackground(true);
   setFont(FormFont(form, zoom_));
   Build();
 }
@@ -178,6 +183,20 @@ void FormView::ShowWindow(bool modal) {
     activateWindow();
   visible_ = true;
   Sync();
+  FocusFirstControl();
+}
+
+void FormView::FocusFirstControl() {
+  // The keyboard starts on the window's first control, as on the platform, and
+  // not on the menu or the window that opened it.
+  const QWidget* now = QApplication::focusWidget();
+  if (now && isAncestorOf(now)) return;
+  for (QWidget* w = nextInFocusChain(); w && w != this; w = w->nextInFocusChain())
+    if (isAncestorOf(w) && (w->focusPolicy() & Qt::TabFocus) && w->isEnabled() &&
+        w->isVisibleTo(this) && !w->focusProxy()) {
+      w->setFocus(Qt::TabFocusReason);
+      return;
+    }
 }
 
 QRect FormView::Room() const {
@@ -245,6 +264,9 @@ void FormView::SyncWindow() {
     captionSet_ = true;
     caption_ = form_.Caption;
     setWindowTitle(caption_);
+    // Inside the main window the title belongs to the frame: the view is
+    // named after it too.
+    setAccessibleName(caption_);
     if (sub_) sub_->setWindowTitle(caption_);
   }
   ApplyGeometry();
@@ -290,7 +312,7 @@ void FormView::RefreshNow(Control& control) {
 
 void FormView::CloseByFrame() {
   Form* form = &form_;
-  Raise([form] { form->Unload(); });
+  Raise([form] { form->UserClose(); });
 }
 
 void FormView::closeEvent(QCloseEvent* event) {

@@ -63,6 +63,7 @@ class FormView : public QWidget, public FormWindow {
   // screen for another; its top left corner is where the window's place counts from.
   QRect Room() const;
   void CloseByFrame();
+  void FocusFirstControl();
   ControlView* ViewOfControl(const Control& control) const;
 
   QtPlatform& platform_;

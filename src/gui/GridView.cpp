@@ -1,7 +1,7 @@
 #include "gui/GridView.h"
 
-#include <QApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPalette>
 #include <QRegularExpression>
 #include <QScrollBar>
@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "core/Texts.h"
+#include "gui/DesignPalette.h"
 #include "gui/FormView.h"
 
 namespace kuvo {
@@ -71,7 +72,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole: return grid_->TextMatrix(r, c);
     case Qt::BackgroundRole:
-      if (r < grid_->FixedRows || c < grid_->FixedCols) return QApplication::palette().button();
+      if (r < grid_->FixedRows || c < grid_->FixedCols) return DesignPalette().button();
       return {};
     case Qt::TextAlignmentRole: return QVariant::fromValue(Alignment(c, grid_->TextMatrix(r, c)));
     default: return {};
@@ -140,29 +141,48 @@ GridView::GridView(FormView& v, Grid& c)
   cols->setMinimumSectionSize(0);
   cols->setSectionsClickable(true);
   cols->setHighlightSections(false);
-  QObject::connect(w_, &QTableView::clicked, Guard(), [this](const QModelIndex& index) {
-    const int row = index.row() + model_->HeadRows(), col = index.column();
-    Raise([this, row, col] {
-      // The view's own record of the cell follows before the handler runs;
-      // a fixed cell leaves the current cell, so the view goes back to it.
-      const bool fixed = row < c_.FixedRows || col < c_.FixedCols;
-      row_ = fixed ? -1 : row < c_.Rows() ? row : c_.Row;
-      col_ = fixed ? -1 : col < c_.Cols() ? col : c_.Col;
-      c_.UserClick(row, col);
-    });
-  });
+  QObject::connect(w_, &QTableView::clicked, Guard(),
+                   [this](const QModelIndex& index) { ClickCell(index); });
   // The heading row is the table's header: a click there is a click on row 0.
   QObject::connect(cols, &QHeaderView::sectionClicked, Guard(), [this](int col) {
     if (model_->HeadRows() > 0) Raise([this, col] { c_.UserClick(0, col); });
   });
   QObject::connect(w_, &QTableView::doubleClicked, Guard(), [this] {
-    if (c_.DblClick) Raise([this] { c_.DblClick(); });
+    if (c_.DblClick) Raise([this] { c_.UserDblClick(); });
   });
   Watch(w_);
   Watch(w_->viewport());
 }
 
 QWidget* GridView::Widget() const { return w_; }
+
+bool GridView::OnEvent(QObject* watched, QEvent* event) {
+  // The arrow keys move the table's own current cell; Space or Enter clicks it.
+  if (watched == w_ && event->type() == QEvent::KeyPress) {
+    const auto* e = static_cast<QKeyEvent*>(event);
+    const int key = e->key();
+    const bool press = key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter ||
+                       key == Qt::Key_Select;
+    if (press && !(e->modifiers() & ~Qt::KeypadModifier)) {
+      const QModelIndex at = w_->currentIndex();
+      if (!e->isAutoRepeat() && at.isValid()) ClickCell(at);
+      return true;
+    }
+  }
+  return ControlView::OnEvent(watched, event);
+}
+
+void GridView::ClickCell(const QModelIndex& index) {
+  const int row = index.row() + model_->HeadRows(), col = index.column();
+  Raise([this, row, col] {
+    // The view's own record of the cell follows before the handler runs;
+    // a fixed cell leaves the current cell, so the view goes back to it.
+    const bool fixed = row < c_.FixedRows || col < c_.FixedCols;
+    row_ = fixed ? -1 : row < c_.Rows() ? row : c_.Row;
+    col_ = fixed ? -1 : col < c_.Cols() ? col : c_.Col;
+    c_.UserClick(row, col);
+  });
+}
 
 void GridView::Detach() {
   model_->Release();

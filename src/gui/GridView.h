@@ -42,17 +42,22 @@ class GridModel : public QAbstractTableModel {
 
 // A grid: its model in a table view. A click on a cell goes through the
 // control's UserClick; the view follows Row and Col and the column widths.
+// From the keyboard, the arrow keys move the table's current cell and Space or
+// Enter clicks it.
 class GridView : public ControlView {
  public:
   GridView(FormView& v, Grid& c);
   QWidget* Widget() const override;
   bool Focusable() const override { return true; }
+  bool OnEvent(QObject* watched, QEvent* event) override;
   void Detach() override;
 
  protected:
   void SyncOwn() override;
 
  private:
+  // A click on a cell of the table, by the mouse or the keyboard.
+  void ClickCell(const QModelIndex& index);
   void SyncWidths();
   void SetRowHeights();
 

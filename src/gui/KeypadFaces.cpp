@@ -41,7 +41,7 @@ void DrawAbout(QPainter& p, QPointF c, qreal r, bool marked) {
 
 bool KeypadFaceMarked(int image) { return image > kKeypadMarkedOffset; }
 
-void DrawKeypadFace(QPainter& p, const QRectF& rect, int image) {
+void DrawKeypadFace(QPainter& p, const QRectF& rect, int image, bool withNumber) {
   p.save();
   p.setRenderHint(QPainter::Antialiasing);
   p.setRenderHint(QPainter::TextAntialiasing);
@@ -60,9 +60,11 @@ void DrawKeypadFace(QPainter& p, const QRectF& rect, int image) {
   QRadialGradient g(c + QPointF(-r * 0.35, -r * 0.45), r * 1.5);
   if (marked) {
     // A filled red ball with a white bold number and a dark rim.
-    g.setColorAt(0, QColor(255, 120, 105));
-    g.setColorAt(0.45, QColor(225, 35, 30));
-    g.setColorAt(1, QColor(150, 10, 10));
+    // The shine stays small and the red deep, so that the white number reads
+    // at 4.5:1 wherever it lies on the ball.
+    g.setColorAt(0, QColor(230, 80, 70));
+    g.setColorAt(0.12, QColor(200, 28, 22));
+    g.setColorAt(1, QColor(140, 8, 8));
     p.setPen(QPen(QColor(110, 0, 0), std::max(1.0, d * 0.06)));
   } else {
     // A light ball with a dark blue number.
@@ -74,7 +76,7 @@ void DrawKeypadFace(QPainter& p, const QRectF& rect, int image) {
   p.setBrush(g);
   p.drawEllipse(c, r - p.pen().widthF() / 2, r - p.pen().widthF() / 2);
 
-  if (number > 0) {
+  if (number > 0 && withNumber) {
     p.setFont(NumberFont(d, marked));
     p.setPen(marked ? QColor(Qt::white) : QColor(20, 40, 110));
     p.drawText(QRectF(c.x() - r, c.y() - r, d, d), Qt::AlignCenter, QString::number(number));

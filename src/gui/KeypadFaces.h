@@ -15,7 +15,8 @@ constexpr int kKeypadAboutKey = 50;
 // True when the image number shows a marked key.
 bool KeypadFaceMarked(int image);
 
-void DrawKeypadFace(QPainter& p, const QRectF& rect, int image);
+// Draws the face of an image; without its number, the bare ball.
+void DrawKeypadFace(QPainter& p, const QRectF& rect, int image, bool withNumber = true);
 QIcon KeypadIcon(int image);
 
 }  // namespace kuvo

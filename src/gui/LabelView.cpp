@@ -1,7 +1,10 @@
 #include "gui/LabelView.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 
+#include "gui/Accessible.h"
+#include "gui/FocusRing.h"
 #include "gui/FormView.h"
 
 namespace kuvo {
@@ -9,7 +12,47 @@ namespace kuvo {
 LabelView::LabelView(FormView& v, Label& c) : ControlView(v, c), c_(c), w_(new QLabel(&v)) {
   w_->setTextFormat(Qt::PlainText);
   w_->setWordWrap(true);
+  if (c.Click || c.MouseDown || c.MouseUp) {
+    w_->setFocusPolicy(Qt::TabFocus);
+    accessible::SetRole(w_, QAccessible::Button);
+    clickable_ = true;
+  }
   Watch(w_);
+}
+
+bool LabelView::OnEvent(QObject* watched, QEvent* event) {
+  if (clickable_ && watched == w_) {
+    switch (event->type()) {
+      case QEvent::KeyPress: {
+        const auto* e = static_cast<QKeyEvent*>(event);
+        const int key = e->key();
+        if ((key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter ||
+             key == Qt::Key_Select) &&
+            !(e->modifiers() & ~Qt::KeypadModifier)) {
+          if (!e->isAutoRepeat()) Press();
+          return true;
+        }
+        break;
+      }
+      case QEvent::FocusIn:
+      case QEvent::FocusOut: ShowRing(); break;
+      default: break;
+    }
+  }
+  return ControlView::OnEvent(watched, event);
+}
+
+void LabelView::ShowRing() {
+  // Around the label rather than over its text, which may fill it.
+  if (!ring_ && w_->parentWidget()) ring_ = new FocusRing(w_->parentWidget());
+  if (ring_) ring_->Show(w_->hasFocus(), w_->geometry().adjusted(-3, -3, 3, 3));
+}
+
+void LabelView::Press() {
+  const QPointF at = QPointF(w_->width() / 2.0, w_->height() / 2.0) * TwipsPerPx();
+  if (c_.MouseDown) Raise([this, at] { c_.UserMouseDown(1, 0, at.x(), at.y()); });
+  if (c_.MouseUp && !Raise([this, at] { c_.UserMouseUp(1, 0, at.x(), at.y()); })) return;
+  if (c_.Click) Raise([this] { c_.UserClick(); });
 }
 
 QWidget* LabelView::Widget() const { return w_; }
@@ -18,6 +61,7 @@ void LabelView::SyncOwn() {
   if (first_ || c_.Caption != caption_) {
     caption_ = c_.Caption;
     w_->setText(caption_);
+    if (clickable_) w_->setAccessibleName(caption_.simplified());
   }
   if (first_ || c_.BackColor != back_ || c_.ForeColor != fore_) {
     back_ = c_.BackColor;

@@ -48,10 +48,8 @@ void ComboView::SetEditable(bool editable) {
     // the list raises Click.
     QObject::disconnect(w_->lineEdit(), &QLineEdit::editingFinished, nullptr, nullptr);
     QObject::disconnect(w_->lineEdit(), &QLineEdit::returnPressed, nullptr, nullptr);
-    QObject::connect(w_->lineEdit(), &QLineEdit::textEdited, Guard(), [this](const QString& text) {
-      c_.Text = text;
-      if (c_.Change) Raise([this] { c_.Change(); });
-    });
+    QObject::connect(w_->lineEdit(), &QLineEdit::textEdited, Guard(),
+                     [this](const QString& text) { Raise([this, text] { c_.UserType(text); }); });
     Watch(w_->lineEdit());
   }
 }
@@ -71,7 +69,7 @@ ListView::ListView(FormView& v, ListBox& c) : ControlView(v, c), c_(c), w_(new Q
     if (row >= 0 && row < c_.ListCount()) Raise([this, row] { c_.UserPick(row); });
   });
   QObject::connect(w_, &QListWidget::itemDoubleClicked, Guard(), [this] {
-    if (c_.DblClick) Raise([this] { c_.DblClick(); });
+    if (c_.DblClick) Raise([this] { c_.UserDblClick(); });
   });
   Watch(w_);
   Watch(w_->viewport());

@@ -12,6 +12,7 @@
 #include "core/Controls.h"
 #include "core/Form.h"
 #include "core/Program.h"
+#include "gui/DesignPalette.h"
 #include "gui/FormView.h"
 #include "gui/Pictures.h"
 #include "gui/QtPlatform.h"
@@ -20,6 +21,8 @@ namespace kuvo {
 
 MainWindowView::MainWindowView(QtPlatform& platform, Form& form)
     : QMainWindow(nullptr), platform_(platform), form_(form) {
+  // The design's light colours, as in every window of the program.
+  setPalette(DesignPalette());
   area_ = new QMdiArea(this);
   area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -66,6 +69,7 @@ void MainWindowView::BuildMenus() {
     MenuEntry e{m, nullptr, nullptr, QString(), true, true, false};
     if (hasChildren(m)) {
       e.submenu = parentMenu ? parentMenu->addMenu(m->Caption) : menuBar()->addMenu(m->Caption);
+      e.submenu->setPalette(DesignPalette());
       e.action = e.submenu->menuAction();
       submenus.emplace_back(m, e.submenu);
     } else if (m->Caption == QLatin1String("-")) {
@@ -77,9 +81,7 @@ void MainWindowView::BuildMenus() {
       else
         menuBar()->addAction(e.action);
       QObject::connect(e.action, &QAction::triggered, this, [this, m] {
-        Raise([m] {
-          if (m->Click) m->Click();
-        });
+        Raise([m] { m->UserClick(); });
       });
     }
     e.caption = m->Caption;
@@ -107,9 +109,7 @@ void MainWindowView::BuildToolbar() {
     a->setToolTip(b.ToolTipText);
     Toolbar* target = bar_;
     QObject::connect(a, &QAction::triggered, this, [this, target, i] {
-      Raise([target, i] {
-        if (target->ButtonClick) target->ButtonClick(target->Buttons(i));
-      });
+      Raise([target, i] { target->UserClick(i); });
     });
     tools_.push_back({i, a, b.Image});
   }
@@ -249,13 +249,7 @@ void MainWindowView::closeEvent(QCloseEvent* event) {
   // Closed by its frame: the child windows go, then the main window, then the
   // program ends.
   Form* main = &form_;
-  Program* program = platform_.TheProgram();
-  Raise([main, program] {
-    for (Form* f : program->ExistingForms())
-      if (f != main && f->MDIChild && f->Loaded()) f->Unload();
-    main->Unload();
-    program->End();
-  });
+  Raise([main] { main->UserClose(); });
 }
 
 }  // namespace kuvo

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include "core/Form.h"
+#include "gui/Accessible.h"
 #include "gui/FormView.h"
 #include "gui/Pictures.h"
 
@@ -33,6 +35,11 @@ void PictureWidget::paintEvent(QPaintEvent*) {
 PictureView::PictureView(FormView& v, PictureBox& c)
     : ControlView(v, c), c_(c), w_(new PictureWidget(&v, &c)) {
   w_->setMouseTracking(static_cast<bool>(c.MouseMove));
+  // A picture holding controls is a panel to a screen reader, any other one
+  // a picture.
+  bool holds = false;
+  for (const Control* other : v.TheForm().Controls()) holds = holds || other->Container == &c;
+  accessible::SetRole(w_, holds ? QAccessible::Grouping : QAccessible::Graphic);
   Watch(w_);
 }
 
@@ -53,6 +60,10 @@ void PictureView::SyncOwn() {
     picture_ = c_.Picture;
     back_ = c_.BackColor;
     w_->update();
+    if (picture_ >= 0 && w_->accessibleName().isEmpty()) {
+      w_->setAccessibleName(QStringLiteral("Animation"));
+      w_->setAccessibleDescription(QStringLiteral("Une boule de loto qui roule"));
+    }
   }
   first_ = false;
 }
@@ -72,15 +83,17 @@ class DecorationWidget : public QWidget {
 
 ImageView::ImageView(FormView& v, Image& c)
     : ControlView(v, c), c_(c), w_(new DecorationWidget(&v)) {
+  accessible::SetRole(w_, QAccessible::Graphic);
   Watch(w_);
 }
 
 QWidget* ImageView::Widget() const { return w_; }
 
 void ImageView::SyncOwn() {
-  if (w_->picture != c_.Picture) {
+  if (w_->picture != c_.Picture || w_->accessibleName().isEmpty()) {
     w_->picture = c_.Picture;
     w_->update();
+    w_->setAccessibleName(DecorationName(c_.Picture));
   }
 }
 

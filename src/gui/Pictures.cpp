@@ -411,6 +411,16 @@ void DrawDecoration(QPainter& painter, const QRectF& rect, int picture) {
   }
 }
 
+QString DecorationName(int picture) {
+  switch (picture) {
+    case 0: return {};
+    case 1: return QStringLiteral("Trèfle à quatre feuilles");
+    case 2: return QStringLiteral("Trois boules de loto");
+    case 3: return QStringLiteral("Étoile");
+    default: return QStringLiteral("Boule numéro %1").arg(picture);
+  }
+}
+
 void DrawAnimationCell(QPainter& painter, const QRectF& rect, int cell) {
   Design d(painter, rect);
   QPainter& p = d.p;

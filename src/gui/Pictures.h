@@ -32,6 +32,8 @@ constexpr int kToolbarPictureCount = 12;
 // Small decorations shown by Image controls and pictures: 1 a four-leaf clover,
 // 2 three lottery balls, 3 a star; any other number a ball bearing it.
 void DrawDecoration(QPainter& p, const QRectF& rect, int picture);
+// What a decoration shows, in a few words for a screen reader.
+QString DecorationName(int picture);
 
 // The cells of a picture that shows an animation: a lottery ball rolling, a
 // sixth of a turn from one cell to the next.

@@ -21,8 +21,8 @@
 
 #include "core/Errors.h"
 #include "core/Form.h"
-#include "core/MDIKuvo.h"
 #include "core/Program.h"
+#include "gui/DesignPalette.h"
 #include "gui/Desktop.h"
 #include "gui/FormView.h"
 #include "gui/MainWindowView.h"
@@ -123,6 +123,8 @@ QWidget* QtPlatform::DialogParent() const {
 int QtPlatform::MsgBox(const QString& prompt, int style, const QString& title) {
   SyncAll();
   QMessageBox box(DialogParent());
+  // The program's messages in the colours of its windows.
+  box.setPalette(DesignPalette());
   box.setWindowTitle(title);
   box.setTextFormat(Qt::PlainText);
   box.setText(Lines(prompt));
@@ -299,7 +301,8 @@ void QtPlatform::FormLoaded(Form& form) {
     if (old->second.guard) old->second.view->Detach();
     views_.erase(old);
   }
-  if (dynamic_cast<MDIKuvo*>(&form)) {
+  // The main window, first of the program's list, has a view of its own.
+  if (program_ && program_->MainFormIfMade() == &form) {
     auto* view = new MainWindowView(*this, form);
     views_[&form] = {view, view};
   } else {

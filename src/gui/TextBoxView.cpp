@@ -16,17 +16,15 @@ TextBoxView::TextBoxView(FormView& v, TextBox& c) : ControlView(v, c), c_(c) {
     multi_->setTabChangesFocus(true);
     QObject::connect(multi_, &QPlainTextEdit::textChanged, Guard(), [this] {
       if (syncing_) return;
-      c_.Text = multi_->toPlainText();
-      if (c_.Change) Raise([this] { c_.Change(); });
+      const QString text = multi_->toPlainText();
+      Raise([this, text] { c_.UserType(text); });
     });
     Watch(multi_);
     Watch(multi_->viewport());
   } else {
     line_ = new QLineEdit(&v);
-    QObject::connect(line_, &QLineEdit::textEdited, Guard(), [this](const QString& text) {
-      c_.Text = text;
-      if (c_.Change) Raise([this] { c_.Change(); });
-    });
+    QObject::connect(line_, &QLineEdit::textEdited, Guard(),
+                     [this](const QString& text) { Raise([this, text] { c_.UserType(text); }); });
     Watch(line_);
   }
 }
@@ -41,7 +39,7 @@ bool TextBoxView::OnEvent(QObject* watched, QEvent* event) {
   const int ascii = KeyAscii(static_cast<QKeyEvent*>(event));
   if (ascii == 0) return false;
   Int16 key = static_cast<Int16>(ascii);
-  if (!Raise([this, &key] { c_.KeyPress(key); })) return true;
+  if (!Raise([this, &key] { key = c_.UserKey(key); })) return true;
   if (key == 0) return true;
   if (key == ascii) return false;  // the box takes the key as typed
   // The handler changed the key: the box takes that one instead.

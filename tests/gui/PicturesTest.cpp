@@ -7,6 +7,9 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
 
 #include "GuiSupport.h"
 #include "gui/KeypadFaces.h"
@@ -47,6 +50,50 @@ Mean MeanColour(const QImage& img) {
   }
   m.covered = n / (img.width() * img.height());
   return m;
+}
+
+double Luminance(const QColor& c) {
+  auto channel = [](double v) {
+    return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) + 0.0722 * channel(c.blueF());
+}
+
+double Contrast(const QColor& a, const QColor& b) {
+  const double la = Luminance(a), lb = Luminance(b);
+  return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+// The number of every face against its own ball, at the sizes keys take: each
+// pixel the number covers whole stands out from the ball under it.
+TEST(KeypadFacesTest, NumbersReadOnTheirBalls) {
+  double worst = 100;
+  for (int side : {28, 36, 48})
+    for (int image = 1; image <= 99; ++image) {
+      if (image == 50) continue;
+      const QImage with =
+          Render([image](QPainter& p, const QRectF& r) { DrawKeypadFace(p, r, image); }, side);
+      const QImage bare = Render(
+          [image](QPainter& p, const QRectF& r) { DrawKeypadFace(p, r, image, false); }, side);
+      // The ink of the number: the pixel farthest from the ball beneath.
+      QColor ink;
+      double far = 1;
+      for (int y = 0; y < side; ++y)
+        for (int x = 0; x < side; ++x)
+          if (const double c = Contrast(with.pixelColor(x, y), bare.pixelColor(x, y)); c > far) {
+            far = c;
+            ink = with.pixelColor(x, y);
+          }
+      ASSERT_TRUE(ink.isValid()) << image;
+      double least = 100;
+      for (int y = 0; y < side; ++y)
+        for (int x = 0; x < side; ++x)
+          if (Contrast(with.pixelColor(x, y), ink) < 1.05 && with.pixel(x, y) != bare.pixel(x, y))
+            least = std::min(least, Contrast(ink, bare.pixelColor(x, y)));
+      EXPECT_GE(least, 4.5) << "image " << image << " at " << side << " px";
+      worst = std::min(worst, least);
+    }
+  std::printf("[ contrast ] keypad numbers: the lowest at %.2f:1\n", worst);
 }
 
 TEST(KeypadFacesTest, MarkedFacesAreRedAndPlainFacesLight) {

@@ -83,21 +83,6 @@ QStringList Clipped(const QString& where, QWidget* w) {
   return out;
 }
 
-// A store with draws and group counts, so that every window opens on data.
-void FillStore(AppFolder& folder) {
-  const int days[] = {2, 5, 9, 12, 16, 19, 23, 26, 28};
-  int n = 0;
-  for (int month = 1; month <= 6; ++month)
-    for (int day : days) {
-      ++n;
-      folder.AddDraw(
-          QDate(2023, month, day).toString(Qt::ISODate),
-          {n % 49 + 1, (n * 7) % 49 + 1, (n * 11) % 49 + 1, (n * 13) % 49 + 1, (n * 17) % 49 + 1},
-          n % 10 + 1);
-    }
-  folder.Sql(QStringLiteral("INSERT INTO Groupe2 VALUES ('01,02', 3), ('02,07', 2)"));
-}
-
 // The problems of a shown window's controls; a control the design puts below
 // the window's lower edge is out of sight on purpose and left aside.
 QStringList ControlProblems(const Form& form, const FormView& view) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QImage>
 #include <QLabel>
@@ -158,6 +159,22 @@ TEST_F(TirBaseViewTest, TheMouseOverTheChartShowsTheNumberInMillimetres) {
   EXPECT_EQ(w().ui().Label1.Caption, QString());
   auto* label1 = qobject_cast<QLabel*>(WidgetOf(w().ui().Label1));
   EXPECT_EQ(label1->text(), QString());
+}
+
+TEST_F(TirBaseViewTest, AScreenReaderHearsTheNumberAndRateUnderThePointer) {
+  Click(w().ui().GraphiquePlus);
+  QWidget* chart = WidgetOf(w().ui().Picture1);
+  QAccessibleInterface* access = QAccessible::queryAccessibleInterface(chart);
+  ASSERT_NE(access, nullptr);
+  EXPECT_EQ(access->role(), QAccessible::Chart);
+  EXPECT_EQ(access->text(QAccessible::Name), QStringLiteral("Graphique"));
+  MoveMouse(chart, QPointF(20 * PxPerMm(), 30 * PxPerMm()));
+  EXPECT_EQ(access->text(QAccessible::Description),
+            QStringLiteral("Numéro 7 : Nombre de Sorties 2; Taux de réusite 100 %"));
+  // The decoration of the window says what it shows.
+  QAccessibleInterface* image = QAccessible::queryAccessibleInterface(WidgetOf(w().ui().Image6));
+  EXPECT_EQ(image->role(), QAccessible::Graphic);
+  EXPECT_FALSE(image->text(QAccessible::Name).isEmpty());
 }
 
 TEST_F(TirBaseViewTest, GridsOpenAtTheirTopRow) {

@@ -16,6 +16,9 @@ struct PanelUi {
   Grid Grille;
   Calendar Calendar1;
   ListBox List1;
+  TextBox Text1;
+  CommandButton Command1;
+  Toolbar Keys;
 };
 
 class Panel : public FormOf<Panel, PanelUi> {
@@ -34,7 +37,10 @@ PanelUi::PanelUi(Panel& f)
       Check1(f, "Check1"),
       Grille(f, "Grille"),
       Calendar1(f, "Calendar1"),
-      List1(f, "List1") {
+      List1(f, "List1"),
+      Text1(f, "Text1"),
+      Command1(f, "Command1"),
+      Keys(f, "Keys") {
   Combo1.AddItem(QStringLiteral("Numeros"));
   Combo1.AddItem(QStringLiteral("Sorties"));
   Option3.Container = &Frame1;
@@ -44,6 +50,11 @@ PanelUi::PanelUi(Panel& f)
                                                     &Grille, &Calendar1, &List1})
     c->Click = [&f, c] { f.clicks << c->FullName(); };
   for (const char* item : {"a", "b", "c"}) List1.AddItem(QLatin1String(item));
+  Command1.Click = [&f] { f.clicks << QStringLiteral("Command1"); };
+  Text1.Change = [&f, this] { f.clicks << QStringLiteral("Text1_Change:") + Text1.Text; };
+  Combo1.Change = [&f, this] { f.clicks << QStringLiteral("Combo1_Change:") + Combo1.Text; };
+  Keys.MakeKeypad(3);
+  Keys.ButtonClick = [&f](ToolbarButton& b) { f.clicks << b.Key; };
   List1.MouseDown = [&f, this](Int16 button, Int16, double, double) {
     f.clicks << QStringLiteral("List1_MouseDown:%1:%2").arg(button).arg(List1.ListIndex());
   };
@@ -142,6 +153,77 @@ TEST_F(UserActionTest, APressWhoseClickUnloadsTheWindowRaisesNoMouseDown) {
   ui().List1.UserPress(0, 1, 0, 0, 0);
   EXPECT_FALSE(panel.Loaded());
   EXPECT_FALSE(pressed);
+}
+
+TEST_F(UserActionTest, AButtonClickRaisesClick) {
+  ui().Command1.UserClick();
+  EXPECT_EQ(panel.clicks, QStringList{"Command1"});
+}
+
+TEST_F(UserActionTest, TypingSetsTheTextThenRaisesChange) {
+  ui().Text1.UserType(QStringLiteral("12"));
+  ui().Combo1.UserType(QStringLiteral("Num"));
+  EXPECT_EQ(ui().Text1.Text, QStringLiteral("12"));
+  EXPECT_EQ(panel.clicks, (QStringList{"Text1_Change:12", "Combo1_Change:Num"}));
+}
+
+TEST_F(UserActionTest, AKeyGoesToKeyPressWhichMayChangeOrTakeIt) {
+  EXPECT_EQ(ui().Text1.UserKey(65), 65);  // no handler: the key stays
+  ui().Text1.KeyPress = [](Int16& key) { key = key == 97 ? 65 : key == 120 ? 0 : key; };
+  EXPECT_EQ(ui().Text1.UserKey(97), 65);
+  EXPECT_EQ(ui().Text1.UserKey(120), 0);
+}
+
+TEST_F(UserActionTest, AKeyAtTheEndOfATextBoxTypesWhatKeyPressLeft) {
+  ui().Text1.KeyPress = [](Int16& key) {
+    if (key == 120) key = 0;
+  };
+  ui().Text1.UserKeyAtEnd(49);
+  ui().Text1.UserKeyAtEnd(120);  // taken away
+  ui().Text1.UserKeyAtEnd(50);
+  ui().Text1.UserKeyAtEnd(8);
+  EXPECT_EQ(ui().Text1.Text, QStringLiteral("1"));
+  ui().Text1.UserKeyAtEnd(8);
+  ui().Text1.UserKeyAtEnd(8);   // nothing left to take: no Change
+  ui().Text1.UserKeyAtEnd(13);  // no character
+  EXPECT_EQ(panel.clicks,
+            (QStringList{"Text1_Change:1", "Text1_Change:12", "Text1_Change:1", "Text1_Change:"}));
+  ui().Text1.Locked = true;
+  ui().Text1.UserKeyAtEnd(49);
+  EXPECT_EQ(ui().Text1.Text, QString());
+}
+
+TEST_F(UserActionTest, AKeypadClickRaisesButtonClickUnlessTheKeyIsDisabled) {
+  ui().Keys.UserClick(2);
+  ui().Keys.Buttons(3).Enabled = false;
+  ui().Keys.UserClick(3);
+  ui().Keys.UserClick(9);  // no such key
+  EXPECT_EQ(panel.clicks, QStringList{"N2"});
+}
+
+TEST_F(UserActionTest, FocusByTheUserMakesTheActiveControl) {
+  ui().Text1.UserFocus();
+  EXPECT_EQ(panel.ActiveControl, &ui().Text1);
+}
+
+TEST_F(UserActionTest, ClosingAChildWindowByItsFrameUnloadsItAndNothingElse) {
+  ui();
+  panel.UserClose();
+  EXPECT_FALSE(panel.Loaded());
+  EXPECT_FALSE(app.program().Ended());
+}
+
+TEST(UserCloseTest, ClosingTheMainWindowByItsFrameQuitsTheProgram) {
+  TestApp app;
+  app.Run(
+      QStringLiteral("store new\nsql \"INSERT INTO Sorties VALUES ('2024-03-02', 1, 2, 3, "
+                     "4, 5, 6)\"\nstart\nmenu M_StatMesNumeros\n"));
+  Form& main = app.program().MainForm();
+  EXPECT_EQ(main.Name(), QStringLiteral("MDIKuvo"));
+  const qsizetype before = app.runner.Output().size();
+  EXPECT_THROW(app.program().RunEvent([&main] { main.UserClose(); }), ProgramEnd);
+  EXPECT_EQ(app.runner.Output().mid(before), QStringLiteral("UNLOAD NumPref\nUNLOAD MDIKuvo\n"));
+  EXPECT_TRUE(app.program().Ended());
 }
 
 }  // namespace

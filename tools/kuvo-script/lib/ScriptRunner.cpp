@@ -78,6 +78,7 @@ const QStringList kCommands = {
     QStringLiteral("click"), QStringLiteral("type"),        QStringLiteral("key"),
     QStringLiteral("mouse"), QStringLiteral("close"),       QStringLiteral("at-yield"),
     QStringLiteral("get"),   QStringLiteral("dump"),        QStringLiteral("tick"),
+    QStringLiteral("fault"),
 };
 
 }  // namespace
@@ -191,6 +192,10 @@ QString ScriptRunner::Path(const QString& file) const {
 
 void ScriptRunner::Execute(const Line& line) {
   const QString& cmd = line.words[0];
+  if (faultDb_ && !faultArmed_) {
+    sqlite3_progress_handler(faultDb_, 0, nullptr, nullptr);
+    faultDb_ = nullptr;
+  }
   if (cmd == QLatin1String("store")) return StoreCommand(line);
   if (cmd == QLatin1String("sql")) return SqlCommand(line);
   if (cmd == QLatin1String("write")) {
@@ -253,7 +258,29 @@ void ScriptRunner::Execute(const Line& line) {
   if (cmd == QLatin1String("get")) return GetCommand(line);
   if (cmd == QLatin1String("dump")) return DumpCommand(line);
   if (cmd == QLatin1String("tick")) return TickCommand(line);
+  if (cmd == QLatin1String("fault")) return FaultCommand(line);
   UserCommand(line);
+}
+
+// fault store: the program's store fails at its next step in SQLite, as when
+// the disk fails under it: SQLite interrupts the statement it runs then.
+void ScriptRunner::FaultCommand(const Line& line) {
+  Expect(line, 2, 2);
+  if (line.words[1] != QLatin1String("store"))
+    throw ScriptError(line.number, QStringLiteral("fault store"));
+  Database* db = program_->M().BaseDonnees.get();
+  if (!db) throw ScriptError(line.number, QStringLiteral("no store open"));
+  faultDb_ = db->Handle();
+  faultArmed_ = true;
+  sqlite3_progress_handler(
+      faultDb_, 1,
+      [](void* armed) -> int {
+        bool& fire = *static_cast<bool*>(armed);
+        if (!fire) return 0;
+        fire = false;
+        return 1;
+      },
+      &faultArmed_);
 }
 
 // tick FORM.TIMER [N]: the timer's event N times, as the platform raises it at
@@ -407,9 +434,7 @@ void ScriptRunner::UserCommand(const Line& line) {
       for (Menu* p = up ? static_cast<Menu*>(c)->ParentMenu : nullptr; p; p = p->ParentMenu)
         reachable = reachable && p->Enabled && p->Visible;
       if (!reachable) return Ignored(line.words[1]);
-      program_->RunEvent([c] {
-        if (c->Click) c->Click();
-      });
+      program_->RunEvent([c] { c->UserClick(); });
     } else {
       const int n = ParseInt(line.words[1], line.number);
       if (!up) return Ignored(QStringLiteral("Toolbar2(%1)").arg(n));
@@ -420,9 +445,7 @@ void ScriptRunner::UserCommand(const Line& line) {
         return Ignored(QStringLiteral("Toolbar2(%1)").arg(n));
       // A separator can be clicked like any part of the bar; it runs nothing.
       if (bar.Buttons(n).Style == 3) return;
-      program_->RunEvent([&bar, n] {
-        if (bar.ButtonClick) bar.ButtonClick(bar.Buttons(n));
-      });
+      program_->RunEvent([&bar, n] { bar.UserClick(n); });
     }
     return;
   }
@@ -433,15 +456,7 @@ void ScriptRunner::UserCommand(const Line& line) {
     if (!t.form || !t.form->Loaded() || !t.form->Visible || Blocked(*t.form))
       return Ignored(line.words[1]);
     Form* form = t.form;
-    program_->RunEvent([this, form] {
-      if (form->Name() == QLatin1String("MDIKuvo")) {
-        for (Form* f : program_->ExistingForms())
-          if (f != form && f->MDIChild && f->Loaded()) f->Unload();
-        form->Unload();
-        program_->End();
-      }
-      form->Unload();
-    });
+    program_->RunEvent([form] { form->UserClose(); });
     return;
   }
 
@@ -471,9 +486,7 @@ void ScriptRunner::UserCommand(const Line& line) {
         }
         if (bar->Buttons(index).Style == 3 || !bar->Buttons(index).Enabled)
           return Ignored(line.words[1]);
-        program_->RunEvent([bar, index] {
-          if (bar->ButtonClick) bar->ButtonClick(bar->Buttons(index));
-        });
+        program_->RunEvent([bar, index] { bar->UserClick(index); });
         return;
       }
       case ControlKind::Calendar: {
@@ -508,20 +521,9 @@ void ScriptRunner::UserCommand(const Line& line) {
         program_->RunEvent([list, index] { list->UserPick(index); });
         return;
       }
-      case ControlKind::OptionButton: {
-        auto* option = static_cast<OptionButton*>(c);
-        program_->RunEvent([option] { option->UserClick(); });
-        return;
-      }
-      case ControlKind::CheckBox: {
-        auto* box = static_cast<CheckBox*>(c);
-        program_->RunEvent([box] { box->UserClick(); });
-        return;
-      }
       default:
-        program_->RunEvent([c] {
-          if (c->Click) c->Click();
-        });
+        // Options and check boxes have their own click.
+        program_->RunEvent([c] { c->UserClick(); });
         return;
     }
   }
@@ -532,16 +534,10 @@ void ScriptRunner::UserCommand(const Line& line) {
     if (c->Kind() == ControlKind::TextBox) {
       auto* box = static_cast<TextBox*>(c);
       if (box->Locked) return Ignored(line.words[1]);
-      program_->RunEvent([box, text] {
-        box->Text = text;
-        if (box->Change) box->Change();
-      });
+      program_->RunEvent([box, text] { box->UserType(text); });
     } else if (c->Kind() == ControlKind::ComboBox && static_cast<ComboBox*>(c)->Style != 2) {
       auto* combo = static_cast<ComboBox*>(c);
-      program_->RunEvent([combo, text] {
-        combo->Text = text;
-        if (combo->Change) combo->Change();
-      });
+      program_->RunEvent([combo, text] { combo->UserType(text); });
     } else {
       Ignored(line.words[1]);
     }
@@ -552,21 +548,11 @@ void ScriptRunner::UserCommand(const Line& line) {
     Expect(line, 3, 3);
     const int code = ParseInt(line.words[2], line.number);
     program_->RunEvent([c, code] {
-      Int16 key = ToInt16(code);
-      if (c->KeyPress) c->KeyPress(key);
-      // What the handler lets through reaches the text box as typing does.
-      if (key != 0 && c->Kind() == ControlKind::TextBox && !static_cast<TextBox*>(c)->Locked) {
-        auto* box = static_cast<TextBox*>(c);
-        if (key == 8) {
-          if (box->Text.isEmpty()) return;
-          box->Text.chop(1);
-        } else if (key >= 32) {
-          box->Text += QChar(key);
-        } else {
-          return;
-        }
-        if (box->Change) box->Change();
-      }
+      // What the handler lets through reaches a text box as typing does.
+      if (c->Kind() == ControlKind::TextBox)
+        static_cast<TextBox*>(c)->UserKeyAtEnd(ToInt16(code));
+      else
+        c->UserKey(ToInt16(code));
     });
     return;
   }
@@ -601,21 +587,14 @@ void ScriptRunner::UserCommand(const Line& line) {
       program_->RunEvent([list, item, x, y] { list->UserPress(item, 1, 0, x, y); });
       return;
     }
-    std::function<void(Int16, Int16, double, double)>* handler = nullptr;
-    Int16 button = 1;
     if (what == QLatin1String("down"))
-      handler = &c->MouseDown;
+      program_->RunEvent([c, x, y] { c->UserMouseDown(1, 0, x, y); });
     else if (what == QLatin1String("up"))
-      handler = &c->MouseUp;
-    else if (what == QLatin1String("move")) {
-      handler = &c->MouseMove;
-      button = 0;
-    } else {
+      program_->RunEvent([c, x, y] { c->UserMouseUp(1, 0, x, y); });
+    else if (what == QLatin1String("move"))
+      program_->RunEvent([c, x, y] { c->UserMouseMove(0, 0, x, y); });
+    else
       throw ScriptError(line.number, QStringLiteral("mouse down|up|move"));
-    }
-    program_->RunEvent([handler, button, x, y] {
-      if (*handler) (*handler)(button, 0, x, y);
-    });
     return;
   }
   throw ScriptError(line.number, QStringLiteral("unknown command %1").arg(cmd));

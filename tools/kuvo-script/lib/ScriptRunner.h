@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <vector>
 
+struct sqlite3;
+
 namespace kuvo {
 
 class Program;
@@ -66,6 +68,7 @@ class ScriptRunner {
   void UserCommand(const Line& line);
   void CheckUserWords(const Line& line);
   void TickCommand(const Line& line);
+  void FaultCommand(const Line& line);
   void GetCommand(const Line& line);
   void DumpCommand(const Line& line);
   // dump FORM.CONTROL: a drawing area's boxes, or a control's properties.
@@ -91,6 +94,9 @@ class ScriptRunner {
   std::map<long, std::vector<Line>> atYield_;
   QString output_;
   bool ended_ = false;
+  // The store that `fault store` makes fail, until it has failed.
+  sqlite3* faultDb_ = nullptr;
+  bool faultArmed_ = false;
 };
 
 }  // namespace kuvo
