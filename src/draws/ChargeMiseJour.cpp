@@ -153,11 +153,14 @@ Bilan Fusionne(Database& db, const convert::History& file) {
   Bilan bilan;
   std::multimap<QDate, QList<Value>> merged;
   const std::map<QDate, convert::Draw>& draws = file.Draws();
-  QHash<QDate, bool> inBase;  // a date of the base: whether it holds the file's draw
+  // A date of the base that the file gives: whether the base holds the file's
+  // draw there and nothing else. A second draw of that date goes too, and the
+  // date then counts as corrected.
+  QHash<QDate, bool> inBase;
   for (const BaseDraw& d : base) {
     const auto found = draws.find(d.date);
     if (found != draws.end()) {
-      inBase[d.date] = inBase.value(d.date) || d.Same(found->second);
+      inBase[d.date] = !inBase.contains(d.date) && d.Same(found->second);
       continue;
     }
     // A draw the file lacks stays, with its row of Kuvo when that row agrees.
@@ -278,6 +281,12 @@ void ChargeMiseJour::Cmd_Importation_Click() {
     // under it.
     if (!chosen.isEmpty() && M().BaseDonnees && M().BaseDonnees->InUnit()) return DejaEnCours();
   }
+  // The operator's file waits for the end of these passes: its merge would read
+  // a history they have half replaced.
+  struct EnCours {
+    Int32& n;
+    ~EnCours() { --n; }
+  } enCours{++ImportsEnCours};
   // No control is held past this point: the passes let events through, and the
   // user may close the window meanwhile.
   try {
@@ -388,7 +397,7 @@ void ChargeMiseJour::ChargeFichierOperateur(const QString& chosen, const QByteAr
                Mb::Exclamation, QString());
     return;
   }
-  if (db.InUnit()) return DejaEnCours();
+  if (db.InUnit() || ImportsEnCours > 0) return DejaEnCours();
 
   // The merge, the emptied tables and the compile are one transaction: a
   // failure or the end of the program on the way leaves the old history whole.

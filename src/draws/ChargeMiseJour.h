@@ -53,7 +53,8 @@ class ChargeMiseJour : public FormOf<ChargeMiseJour, ChargeMiseJourUi> {
   QList<QByteArray> Champs;  // the fields of a line
   Int32 IndiceChamp = 0;     // the field being stored
   std::shared_ptr<Recordset> RsKuvo;
-  QString NomFichier;  // the file the last pass reads
+  QString NomFichier;        // the file the last pass reads
+  Int32 ImportsEnCours = 0;  // loads of the import's own layout under way
 };
 
 }  // namespace kuvo
