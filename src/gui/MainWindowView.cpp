@@ -80,9 +80,8 @@ void MainWindowView::BuildMenus() {
         parentMenu->addAction(e.action);
       else
         menuBar()->addAction(e.action);
-      QObject::connect(e.action, &QAction::triggered, this, [this, m] {
-        Raise([m] { m->UserClick(); });
-      });
+      QObject::connect(e.action, &QAction::triggered, this,
+                       [this, m] { Raise([m] { m->UserClick(); }); });
     }
     e.caption = m->Caption;
     menus_.push_back(e);
@@ -108,9 +107,8 @@ void MainWindowView::BuildToolbar() {
     QAction* a = toolbar_->addAction(ToolbarIcon(b.Image), b.ToolTipText);
     a->setToolTip(b.ToolTipText);
     Toolbar* target = bar_;
-    QObject::connect(a, &QAction::triggered, this, [this, target, i] {
-      Raise([target, i] { target->UserClick(i); });
-    });
+    QObject::connect(a, &QAction::triggered, this,
+                     [this, target, i] { Raise([target, i] { target->UserClick(i); }); });
     tools_.push_back({i, a, b.Image});
   }
 }
