@@ -407,7 +407,9 @@ TEST_F(FormViewTest, GridFollowsRowsAddedOneByOneInALongLoop) {
       "[ figure ] 3,000 grid rows added one by one with a yield each: %.3f s, of which "
       "%.3f s the loop's own work\n",
       seconds, work);
-  EXPECT_LT(seconds - work, 1.0);
+  if (kTimeBoundsHold) {
+    EXPECT_LT(seconds - work, 1.0);
+  }
   // The list grew on screen while the loop ran.
   EXPECT_GT(shownHalfway, 0);
   EXPECT_LE(shownHalfway, 1500);

@@ -1,0 +1,28 @@
+# Fails when clang-format would change a C++ file of the project; names each
+# such file. FORMAT is the clang-format program, ROOT the source tree.
+if(NOT FORMAT)
+  message(FATAL_ERROR "clang-format-14 was not found when the build was configured "
+                      "(scripts/setup installs it)")
+endif()
+set(files "")
+foreach(folder src tools tests bench)
+  file(GLOB_RECURSE found "${ROOT}/${folder}/*.cpp" "${ROOT}/${folder}/*.h")
+  list(APPEND files ${found})
+endforeach()
+list(SORT files)
+execute_process(COMMAND ${FORMAT} --style=file --dry-run --Werror ${files}
+  WORKING_DIRECTORY "${ROOT}" RESULT_VARIABLE status ERROR_VARIABLE report)
+if(NOT status EQUAL 0)
+  string(REGEX MATCHALL "[^\n]*: (warning|error): code should be clang-formatted" lines "${report}")
+  set(names "")
+  foreach(line ${lines})
+    string(REGEX REPLACE ":[0-9]+:[0-9]+: (warning|error): .*" "" name "${line}")
+    file(RELATIVE_PATH name "${ROOT}" "${name}")
+    list(APPEND names "${name}")
+  endforeach()
+  list(REMOVE_DUPLICATES names)
+  list(JOIN names "\n  " names)
+  message(FATAL_ERROR "clang-format would change (clang-format -i FILE):\n  ${names}\n${report}")
+endif()
+list(LENGTH files count)
+message(STATUS "${count} files as clang-format writes them")
