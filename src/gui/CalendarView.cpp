@@ -40,10 +40,7 @@ bool CalendarView::OnEvent(QObject* watched, QEvent* event) {
       case QEvent::KeyPress: {
         // The arrow keys move the table's cursor; Space or Enter clicks its day.
         const auto* e = static_cast<QKeyEvent*>(event);
-        const int key = e->key();
-        if ((key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter ||
-             key == Qt::Key_Select) &&
-            !(e->modifiers() & ~Qt::KeypadModifier)) {
+        if (IsPressKey(*e)) {
           const QDate day = w_->selectedDate();
           if (!e->isAutoRepeat() && day.isValid()) Raise([this, day] { c_.UserPick(day); });
           return true;

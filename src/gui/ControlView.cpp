@@ -9,6 +9,13 @@
 
 namespace kuvo {
 
+bool ControlView::IsPressKey(const QKeyEvent& e) {
+  const int key = e.key();
+  return (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter ||
+          key == Qt::Key_Select) &&
+         !(e.modifiers() & ~Qt::KeypadModifier);
+}
+
 Int16 ButtonCode(Qt::MouseButtons b) {
   Int16 code = 0;
   if (b & Qt::LeftButton) code |= 1;

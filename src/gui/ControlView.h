@@ -65,6 +65,9 @@ class ControlView {
   bool Raise(const std::function<void()>& handler);
   // Routes the mouse, key and focus events of a widget to OnEvent.
   void Watch(QObject* object);
+  // Space, Enter or Select with no modifier but the keypad's: the keys that
+  // press what has the focus.
+  static bool IsPressKey(const QKeyEvent& e);
 
   FormView& view_;
   Control& c_;

@@ -160,10 +160,7 @@ bool GridView::OnEvent(QObject* watched, QEvent* event) {
   // The arrow keys move the table's own current cell; Space or Enter clicks it.
   if (watched == w_ && event->type() == QEvent::KeyPress) {
     const auto* e = static_cast<QKeyEvent*>(event);
-    const int key = e->key();
-    const bool press = key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter ||
-                       key == Qt::Key_Select;
-    if (press && !(e->modifiers() & ~Qt::KeypadModifier)) {
+    if (IsPressKey(*e)) {
       const QModelIndex at = w_->currentIndex();
       if (!e->isAutoRepeat() && at.isValid()) ClickCell(at);
       return true;

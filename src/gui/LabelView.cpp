@@ -25,10 +25,7 @@ bool LabelView::OnEvent(QObject* watched, QEvent* event) {
     switch (event->type()) {
       case QEvent::KeyPress: {
         const auto* e = static_cast<QKeyEvent*>(event);
-        const int key = e->key();
-        if ((key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter ||
-             key == Qt::Key_Select) &&
-            !(e->modifiers() & ~Qt::KeypadModifier)) {
+        if (IsPressKey(*e)) {
           if (!e->isAutoRepeat()) Press();
           return true;
         }
