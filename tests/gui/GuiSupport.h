@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QColor>
 #include <QDate>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <cmath>
 
 #include "core/Program.h"
 #include "core/Store.h"
@@ -99,5 +102,18 @@ struct RunningProgram {
   TestPlatform platform;
   Program program;
 };
+
+// Relative luminance and contrast ratio as WCAG 2 defines them.
+inline double Luminance(const QColor& c) {
+  auto channel = [](double v) {
+    return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) + 0.0722 * channel(c.blueF());
+}
+
+inline double Contrast(const QColor& a, const QColor& b) {
+  const double la = Luminance(a), lb = Luminance(b);
+  return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
 
 }  // namespace kuvo::testing

@@ -52,18 +52,6 @@ Mean MeanColour(const QImage& img) {
   return m;
 }
 
-double Luminance(const QColor& c) {
-  auto channel = [](double v) {
-    return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) + 0.0722 * channel(c.blueF());
-}
-
-double Contrast(const QColor& a, const QColor& b) {
-  const double la = Luminance(a), lb = Luminance(b);
-  return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
-}
-
 // The number of every face against its own ball, at the sizes keys take: each
 // pixel the number covers whole stands out from the ball under it.
 TEST(KeypadFacesTest, NumbersReadOnTheirBalls) {
